@@ -1,0 +1,5 @@
+#include "ConfigSystem/CameraConfig.h"
+
+bool CameraConfig::LoadConfig() { return load("res/CamCfg.xml"); }
+
+void CameraConfig::ReleaseConfig() { release(); }
