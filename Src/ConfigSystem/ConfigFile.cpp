@@ -76,18 +76,19 @@ void* NewNumber(int type, double value) {
   return 0;
 }
 
-// The bytes left between the position and the end of the file.
-unsigned BytesLeft(File& file) {
+// The bytes left between the position and the end of a file of `size` bytes.
+unsigned BytesLeft(File& file, unsigned size) {
   const long here = file.tell();
-  const unsigned size = file.getFileSize();
   return here >= 0 && unsigned(here) < size ? size - unsigned(here) : 0;
 }
 
 // A 32-bit length, then that many bytes. A length beyond the file is a damaged
 // file: false, as at its end.
-bool ReadSizedText(File& file, std::string& text, unsigned maxLength) {
+bool ReadSizedText(File& file, unsigned size, std::string& text, unsigned maxLength) {
   const int length = file.readInt();
-  if (file.eof() || length < 0 || unsigned(length) > maxLength || unsigned(length) > BytesLeft(file)) return false;
+  if (file.eof() || length < 0 || unsigned(length) > maxLength || unsigned(length) > BytesLeft(file, size)) {
+    return false;
+  }
   text.resize(length);
   return length == 0 || file.read(&text[0], length, 1) == 1;
 }
@@ -154,8 +155,9 @@ bool ConfigFile::loadFromBinaryFile(const char* path) {
   // The file must exist; an unopened one is read as an empty one, not a fault.
   if (!file.isOpened()) return true;
 
+  const unsigned size = file.getFileSize();
   ConfigTreeNode* node = new ConfigTreeNode();
-  if (!readBinaryNode(file, node)) {
+  if (!readBinaryNode(file, size, node)) {
     delete node;
     return true;
   }
@@ -165,7 +167,7 @@ bool ConfigFile::loadFromBinaryFile(const char* path) {
   ConfigTreeNode* last = node;
   for (;;) {
     node = new ConfigTreeNode();
-    if (!readBinaryNode(file, node)) {
+    if (!readBinaryNode(file, size, node)) {
       delete node;
       break;
     }
@@ -176,31 +178,31 @@ bool ConfigFile::loadFromBinaryFile(const char* path) {
   return true;
 }
 
-bool ConfigFile::readBinaryNode(File& file, ConfigTreeNode* node) {
+bool ConfigFile::readBinaryNode(File& file, unsigned size, ConfigTreeNode* node) {
   const int nameLength = file.readInt();
   if (file.eof() || nameLength == 0) return false;
-  if (nameLength < 0 || unsigned(nameLength) > BytesLeft(file)) return false;
+  if (nameLength < 0 || unsigned(nameLength) > BytesLeft(file, size)) return false;
   node->mName.resize(nameLength);
   file.read(&node->mName[0], nameLength, 1);
 
   const int childCount = file.readInt();
   const int propertyCount = file.readInt();
   for (int i = 0; i < propertyCount; ++i) {
-    if (!readBinaryProperty(file, node)) return false;
+    if (!readBinaryProperty(file, size, node)) return false;
   }
   for (int i = 0; i < childCount; ++i) {
     // Counts are not to be trusted past the end of the data.
-    if (file.eof() || BytesLeft(file) == 0) break;
+    if (file.eof() || BytesLeft(file, size) == 0) break;
     ConfigTreeNode* child = new ConfigTreeNode();
-    readBinaryNode(file, child);
+    readBinaryNode(file, size, child);
     node->appendChild(child);
   }
   return true;
 }
 
-bool ConfigFile::readBinaryProperty(File& file, ConfigTreeNode* node) {
+bool ConfigFile::readBinaryProperty(File& file, unsigned size, ConfigTreeNode* node) {
   std::string name;
-  if (!ReadSizedText(file, name, kMaxPropertyName)) return false;
+  if (!ReadSizedText(file, size, name, kMaxPropertyName)) return false;
   const int type = file.readInt();
   if (type < eFirstType || type > eLastType) return false;
 
@@ -209,7 +211,7 @@ bool ConfigFile::readBinaryProperty(File& file, ConfigTreeNode* node) {
     value = new bool(file.readUChar() != 0);
   } else if (IsText(type)) {
     std::string text;
-    if (!ReadSizedText(file, text, BytesLeft(file))) return false;
+    if (!ReadSizedText(file, size, text, size)) return false;
     value = NewText(text.data(), text.size());
   } else if (type <= eFloat) {
     double number = 0.0;

@@ -60,8 +60,9 @@ class ConfigFile {
   ConfigFile(const ConfigFile&);
   ConfigFile& operator=(const ConfigFile&);
 
-  bool readBinaryNode(File& file, ConfigTreeNode* node);
-  bool readBinaryProperty(File& file, ConfigTreeNode* node);
+  // `size` is the file's size: counts and lengths are not trusted past it.
+  bool readBinaryNode(File& file, unsigned size, ConfigTreeNode* node);
+  bool readBinaryProperty(File& file, unsigned size, ConfigTreeNode* node);
   bool readXMLNode(const TiXmlElement* element, ConfigTreeNode* node);
   bool readXMLProperty(const TiXmlElement* element, ConfigTreeNode* node);
 

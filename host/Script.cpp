@@ -1,0 +1,169 @@
+#include "Script.h"
+
+#include <cerrno>
+#include <cmath>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+// Button indices and the mask bits that raise them; indices 8 to 11 and 14 have
+// no key, index 15 comes with index 0.
+struct ButtonName {
+  const char* name;
+  int index;
+};
+const ButtonName kButtonNames[] = {
+    {"up", 0},        {"down", 1},       {"right", 2}, {"left", 3},  {"a", 4},     {"b", 5},
+    {"back", 5},      {"lshoulder", 6},  {"rshoulder", 7}, {"menu", 12}, {"hint", 13}, {"pause", 16},
+};
+
+bool ParseInt(const std::string& word, int64_t* out) {
+  if (word.empty()) return false;
+  char* end = nullptr;
+  errno = 0;
+  const long long value = strtoll(word.c_str(), &end, 10);
+  if (errno != 0 || *end != 0) return false;
+  *out = value;
+  return true;
+}
+
+bool ParseSeconds(const std::string& word, double* out) {
+  if (word.empty()) return false;
+  char* end = nullptr;
+  const double value = strtod(word.c_str(), &end);
+  if (*end != 0 || !std::isfinite(value) || value < 0) return false;
+  *out = value;
+  return true;
+}
+
+}  // namespace
+
+uint32_t Script::ButtonMask(int index) {
+  switch (index) {
+    case 0: return 0x1;
+    case 1: return 0x2;
+    case 2: return 0x4;
+    case 3: return 0x8;
+    case 4: return 0x10;
+    case 5: return 0x20;
+    case 6: return 0x40;
+    case 7: return 0x80;
+    case 12: return 0x100;
+    case 13: return 0x200;
+    case 15: return 0x1;
+    case 16: return 0x10000;
+    default: return 0;
+  }
+}
+
+int Script::ButtonIndex(const std::string& word) {
+  for (const ButtonName& button : kButtonNames) {
+    if (word == button.name) return button.index;
+  }
+  int64_t index = 0;
+  if (ParseInt(word, &index) && index >= 0 && index <= 16) return int(index);
+  return -1;
+}
+
+bool Script::Load(const std::string& path, std::string* error) {
+  std::ifstream in(path);
+  if (!in) {
+    *error = "cannot open script " + path;
+    return false;
+  }
+  std::ostringstream text;
+  text << in.rdbuf();
+  return Parse(text.str(), path, error);
+}
+
+bool Script::Parse(const std::string& text, const std::string& name, std::string* error) {
+  mCommands.clear();
+  std::istringstream lines(text);
+  std::string raw;
+  int lineNumber = 0;
+  while (std::getline(lines, raw)) {
+    ++lineNumber;
+    const size_t hash = raw.find('#');
+    if (hash != std::string::npos) raw.erase(hash);
+    std::istringstream words(raw);
+    std::vector<std::string> w;
+    for (std::string word; words >> word;) w.push_back(word);
+    if (w.empty()) continue;
+
+    auto fail = [&](const std::string& what) {
+      *error = name + ":" + std::to_string(lineNumber) + ": " + what;
+      return false;
+    };
+    auto argc = [&](size_t least, size_t most) { return w.size() - 1 >= least && w.size() - 1 <= most; };
+
+    ScriptCommand command;
+    command.line = lineNumber;
+    const std::string& verb = w[0];
+    int64_t a = 0, b = 0;
+    if (verb == "wait") {
+      if (!argc(1, 1) || !ParseSeconds(w[1], &command.seconds)) return fail("wait takes seconds, e.g. 'wait 1.5'");
+      command.kind = ScriptCommand::Wait;
+    } else if (verb == "frames") {
+      if (!argc(1, 1) || !ParseInt(w[1], &a) || a < 0) return fail("frames takes a count, e.g. 'frames 3'");
+      command.kind = ScriptCommand::Frames;
+      command.number = a;
+    } else if (verb == "down" || verb == "move" || verb == "tap") {
+      if (!argc(2, 2) || !ParseInt(w[1], &a) || !ParseInt(w[2], &b) || a < -32768 || a > 32767 || b < -32768 ||
+          b > 32767) {
+        return fail(verb + " takes two coordinates, e.g. '" + verb + " 240 136'");
+      }
+      command.kind = verb == "down" ? ScriptCommand::Down : verb == "move" ? ScriptCommand::Move : ScriptCommand::Tap;
+      command.x = int(a);
+      command.y = int(b);
+    } else if (verb == "up") {
+      if (!argc(0, 0)) return fail("up takes nothing");
+      command.kind = ScriptCommand::Up;
+    } else if (verb == "press" || verb == "release" || verb == "click") {
+      if (!argc(1, 1)) return fail(verb + " takes a button, by index 0..16 or by name");
+      const int index = ButtonIndex(w[1]);
+      if (index < 0) return fail("unknown button '" + w[1] + "'");
+      if (ButtonMask(index) == 0) return fail("button " + w[1] + " has no key on the device");
+      command.kind =
+          verb == "press" ? ScriptCommand::Press : verb == "release" ? ScriptCommand::Release : ScriptCommand::Click;
+      command.number = index;
+    } else if (verb == "rotate") {
+      if (!argc(1, 1) || !ParseInt(w[1], &a) || a < 0 || a > 3) return fail("rotate takes an orientation 0..3");
+      command.kind = ScriptCommand::Rotate;
+      command.number = a;
+    } else if (verb == "mic") {
+      if (!argc(1, 1) || (w[1] != "unplug" && w[1] != "plug")) return fail("mic takes 'unplug' or 'plug'");
+      command.kind = w[1] == "unplug" ? ScriptCommand::MicUnplug : ScriptCommand::MicPlug;
+    } else if (verb == "power") {
+      if (!argc(1, 1) || (w[1] != "low" && w[1] != "ok")) return fail("power takes 'low' or 'ok'");
+      command.kind = w[1] == "low" ? ScriptCommand::PowerLow : ScriptCommand::PowerOk;
+    } else if (verb == "suspend") {
+      if (!argc(0, 0)) return fail("suspend takes nothing");
+      command.kind = ScriptCommand::Suspend;
+    } else if (verb == "resume") {
+      if (!argc(1, 1) || !ParseSeconds(w[1], &command.seconds)) {
+        return fail("resume takes the seconds spent away, e.g. 'resume 600'");
+      }
+      command.kind = ScriptCommand::Resume;
+    } else if (verb == "free-bytes") {
+      if (!argc(1, 1) || !ParseInt(w[1], &a) || a < 0) return fail("free-bytes takes a number of bytes");
+      command.kind = ScriptCommand::FreeBytes;
+      command.number = a;
+    } else if (verb == "screenshot") {
+      if (!argc(1, 1)) return fail("screenshot takes a file name, e.g. 'screenshot ready.png'");
+      command.kind = ScriptCommand::Screenshot;
+      command.text = w[1];
+    } else if (verb == "exit") {
+      if (!argc(0, 1) || (w.size() == 2 && (!ParseInt(w[1], &a) || a < 0 || a > 255))) {
+        return fail("exit takes an optional pending-exit code 0..255");
+      }
+      command.kind = ScriptCommand::Exit;
+      command.number = a;
+    } else {
+      return fail("unknown command '" + verb + "'");
+    }
+    mCommands.push_back(command);
+  }
+  return true;
+}

@@ -1,0 +1,237 @@
+#include "Simulator.h"
+
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <fstream>
+#include <thread>
+
+#include "solva/AppManager.h"
+#include "solva/Clock.h"
+#include "solva/Device.h"
+#include "solva/Events.h"
+
+namespace {
+
+volatile std::sig_atomic_t gStopRequested = 0;
+void RequestStop(int) { gStopRequested = 1; }
+
+std::string AbsolutePath(const std::string& path) {
+  if (!path.empty() && path[0] == '/') return path;
+  char here[4096] = {0};
+  return std::string(getcwd(here, sizeof here) ? here : ".") + "/" + path;
+}
+
+}  // namespace
+
+bool Simulator::SetUpDevice(std::string* error) {
+  solva::ResetDevice();
+  if (!mOptions.root.empty() && !solva::SetDeviceRoot(AbsolutePath(mOptions.root), error)) return false;
+  solva::SetCurrentPlayer(mOptions.player);
+  solva::DeviceRoot();  // the default root is made if none was given
+  solva::SetTitlePath(AbsolutePath(mOptions.titleDir));
+  solva::SetFreeBytes(mOptions.freeBytes);
+  solva::SetAccelerometerPresent(!mOptions.noAccelerometer);
+  mVirtualClock = mOptions.headless;
+  solva::SetClockMode(mVirtualClock ? solva::ClockMode::Virtual : solva::ClockMode::Real);
+  printf("solva-sim: device root %s, player %d\n", solva::DeviceRoot().c_str(), mOptions.player);
+  printf("solva-sim: %s at %d frames per second\n",
+         mVirtualClock ? "headless, on the virtual clock" : "real time", mOptions.fps);
+  return true;
+}
+
+bool Simulator::LoadParams(std::string* error) {
+  if (mOptions.params.empty()) return true;
+  mParams.reset(new Catalog::CJSonFile());
+  const bool loaded = mOptions.params[0] == '@' ? mParams->Load(mOptions.params.substr(1))
+                                                : mParams->Parse(mOptions.params);
+  if (!loaded) {
+    *error = "bad launch parameters: " + mParams->GetError();
+    return false;
+  }
+  return true;
+}
+
+void Simulator::Frame() {
+  solva::DeliverEvents();
+  ++mFrameCount;
+  if (mVirtualClock) {
+    // Frame k starts at exactly k / fps seconds: no drift, whatever the rate.
+    const uint64_t target = mClockStartMicros + mFrameCount * 1000000u / uint64_t(mOptions.fps);
+    solva::AdvanceClockMicros(target - solva::ClockMicros());
+  }
+  mApp->Update();
+  if (solva::PopAppRequested()) mTitleEnded = true;
+}
+
+void Simulator::RunFrames(int64_t count) {
+  for (int64_t i = 0; i < count && !mTitleEnded && !gStopRequested; ++i) Frame();
+}
+
+bool Simulator::RunScript(std::string* error) {
+  for (const ScriptCommand& command : mScript.Commands()) {
+    if (mTitleEnded || gStopRequested) break;
+    auto fail = [&](const std::string& what) {
+      *error = mOptions.scriptPath + ":" + std::to_string(command.line) + ": " + what;
+      return false;
+    };
+    if (mSuspended && command.kind != ScriptCommand::Resume && command.kind != ScriptCommand::Exit &&
+        command.kind != ScriptCommand::Screenshot) {
+      return fail("the title is suspended; 'resume S' first");
+    }
+    switch (command.kind) {
+      case ScriptCommand::Wait:
+        RunFrames(int64_t(command.seconds * mOptions.fps + 0.5));
+        break;
+      case ScriptCommand::Frames:
+        RunFrames(command.number);
+        break;
+      case ScriptCommand::Down:
+      case ScriptCommand::Move:
+        solva::QueueTouch(true, command.x, command.y);
+        break;
+      case ScriptCommand::Up:
+        solva::QueueTouch(false, command.x, command.y);
+        break;
+      case ScriptCommand::Tap:
+        solva::QueueTouch(true, command.x, command.y);
+        RunFrames(1);
+        solva::QueueTouch(false, command.x, command.y);
+        RunFrames(1);
+        break;
+      case ScriptCommand::Press:
+        mButtons |= Script::ButtonMask(int(command.number));
+        solva::QueueButtons(mButtons);
+        break;
+      case ScriptCommand::Release:
+        mButtons &= ~Script::ButtonMask(int(command.number));
+        solva::QueueButtons(mButtons);
+        break;
+      case ScriptCommand::Click:
+        mButtons |= Script::ButtonMask(int(command.number));
+        solva::QueueButtons(mButtons);
+        RunFrames(1);
+        mButtons &= ~Script::ButtonMask(int(command.number));
+        solva::QueueButtons(mButtons);
+        RunFrames(1);
+        break;
+      case ScriptCommand::Rotate:
+        solva::QueueOrientation(int(command.number));
+        break;
+      case ScriptCommand::MicUnplug:
+      case ScriptCommand::MicPlug:
+        // The microphone is not simulated yet: the command is accepted and ignored.
+        printf("solva-sim: %s:%d: the microphone is not simulated yet; '%s' ignored\n", mOptions.scriptPath.c_str(),
+               command.line, command.kind == ScriptCommand::MicUnplug ? "mic unplug" : "mic plug");
+        break;
+      case ScriptCommand::PowerLow:
+        solva::QueuePowerState(3);
+        break;
+      case ScriptCommand::PowerOk:
+        solva::QueuePowerState(1);
+        break;
+      case ScriptCommand::Suspend:
+        mApp->Suspend();
+        mSuspended = true;
+        break;
+      case ScriptCommand::Resume:
+        if (!mSuspended) return fail("'resume' without 'suspend' before it");
+        // Time passes on the device while the title is away; no frame runs.
+        solva::AdvanceClockMicros(uint64_t(command.seconds * 1e6 + 0.5));
+        mClockStartMicros += uint64_t(command.seconds * 1e6 + 0.5);
+        mSuspended = false;
+        mApp->Resume();
+        break;
+      case ScriptCommand::FreeBytes:
+        solva::SetFreeBytes(command.number);
+        break;
+      case ScriptCommand::Screenshot:
+        printf("solva-sim: %s:%d: the screen is not simulated yet; no screenshot written to %s\n",
+               mOptions.scriptPath.c_str(), command.line, command.text.c_str());
+        break;
+      case ScriptCommand::Exit:
+        solva::SetPendingExitCode(uint8_t(command.number));
+        mTitleEnded = true;
+        break;
+    }
+  }
+  return true;
+}
+
+void Simulator::RunUntilTheTitleEnds() {
+  using Clock = std::chrono::steady_clock;
+  const auto period = std::chrono::microseconds(1000000 / mOptions.fps);
+  auto next = Clock::now();
+  while (!mTitleEnded && !gStopRequested) {
+    Frame();
+    if (!mVirtualClock) {
+      next += period;
+      std::this_thread::sleep_until(next);
+    }
+  }
+}
+
+void Simulator::End() {
+  if (mSuspended) {
+    mApp->Resume();
+    mSuspended = false;
+  }
+  mApp->Exit();
+  const std::string answer = mParams ? mParams->ToString() : "null";
+  printf("answer: %s\n", answer.c_str());
+  fflush(stdout);
+  if (!mOptions.answerFile.empty()) {
+    std::ofstream out(mOptions.answerFile);
+    out << answer << "\n";
+    if (!out) fprintf(stderr, "solva-sim: cannot write the answer to %s\n", mOptions.answerFile.c_str());
+  }
+  mApp.reset();
+}
+
+int Simulator::Run(const SimOptions& options) {
+  mOptions = options;
+  std::string error;
+  if (mOptions.fps <= 0 || mOptions.fps > 1000) {
+    fprintf(stderr, "solva-sim: --fps must be between 1 and 1000\n");
+    return 2;
+  }
+  if (!mOptions.scriptPath.empty() && !mScript.Load(mOptions.scriptPath, &error)) {
+    fprintf(stderr, "solva-sim: %s\n", error.c_str());
+    return 2;
+  }
+  if (!LoadParams(&error)) {
+    fprintf(stderr, "solva-sim: %s\n", error.c_str());
+    return 2;
+  }
+  if (!mLoader.Load(mOptions.titleDir, &error)) {
+    fprintf(stderr, "solva-sim: %s\n", error.c_str());
+    return 1;
+  }
+  if (!SetUpDevice(&error)) {
+    fprintf(stderr, "solva-sim: %s\n", error.c_str());
+    return 1;
+  }
+  printf("solva-sim: title %s\n", mLoader.PluginPath().c_str());
+  fflush(stdout);
+
+  std::signal(SIGINT, RequestStop);
+  std::signal(SIGTERM, RequestStop);
+
+  mApp = mLoader.CreateApp(mParams ? static_cast<void*>(&mParams) : nullptr);
+  mClockStartMicros = solva::ClockMicros();
+  mApp->Enter();
+
+  int status = 0;
+  if (!mOptions.scriptPath.empty()) {
+    if (!RunScript(&error)) {
+      fprintf(stderr, "solva-sim: %s\n", error.c_str());
+      status = 2;
+    }
+  } else {
+    RunUntilTheTitleEnds();
+  }
+  End();
+  return status;
+}

@@ -1,0 +1,60 @@
+#pragma once
+// The application manager of the simulated device: it sets the device up, loads a
+// title, drives it from CreateApp to Exit frame by frame, and plays the outside
+// world for it from a script or a window.
+#include <boost/shared_ptr.hpp>
+#include <cstdint>
+#include <string>
+
+#include "CAppInterface.h"
+#include "CJSonFile.h"
+#include "Script.h"
+#include "TitleLoader.h"
+
+struct SimOptions {
+  std::string titleDir;
+  std::string root;
+  int player = 1;
+  std::string params;  // JSON text, or @FILE
+  std::string answerFile;
+  bool headless = false;
+  std::string scriptPath;
+  int fps = 30;
+  std::string mic = "default";
+  std::string speaker = "default";
+  int64_t freeBytes = -1;
+  bool noAccelerometer = false;
+  std::string shotsDir;
+};
+
+class Simulator {
+ public:
+  // Runs a whole session; the result is the process's exit status: 0 when the
+  // title ran and ended, 1 when it could not be started, 2 for a mistake in the
+  // options or the script.
+  int Run(const SimOptions& options);
+
+ private:
+  bool SetUpDevice(std::string* error);
+  bool LoadParams(std::string* error);
+  // One frame: events queued so far are delivered, the clock moves one frame on
+  // (virtual clock), and the title updates.
+  void Frame();
+  void RunFrames(int64_t count);
+  // Runs the script; false, with a message, on a command that cannot be carried out.
+  bool RunScript(std::string* error);
+  void RunUntilTheTitleEnds();
+  void End();
+
+  SimOptions mOptions;
+  Script mScript;
+  TitleLoader mLoader;
+  boost::shared_ptr<Catalog::CJSonFile> mParams;
+  boost::shared_ptr<CAppInterface> mApp;
+  bool mVirtualClock = true;
+  uint64_t mFrameCount = 0;
+  uint64_t mClockStartMicros = 0;
+  bool mTitleEnded = false;
+  bool mSuspended = false;
+  uint32_t mButtons = 0;
+};

@@ -1,0 +1,51 @@
+// solva-sim: loads a title plug-in and runs it on the simulated device.
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <cstdlib>
+
+#include "Simulator.h"
+
+int main(int argc, char** argv) {
+  SimOptions options;
+  options.titleDir = ZV_DEFAULT_TITLE_DIR;
+
+  CLI::App app{"solva-sim: runs a title on the simulated handheld device"};
+  app.add_option("--title", options.titleDir, "folder of the title plug-in (libMicrophoneWidget.so or the one .so)")
+      ->capture_default_str();
+  app.add_option("--root", options.root, "device root folder (gallery, upload areas, players)");
+  app.add_option("--player", options.player, "current player")->capture_default_str();
+  app.add_option("--params", options.params, "launch parameters: JSON text, or @FILE");
+  app.add_option("--answer", options.answerFile, "also write the answer (the parameters after Exit) to FILE");
+  app.add_flag("--headless", options.headless, "no window: run on the virtual clock");
+  app.add_option("--script", options.scriptPath, "run the commands of FILE (implies --headless)");
+  app.add_option("--fps", options.fps, "frames per second")->capture_default_str();
+  app.add_option("--mic", options.mic, "microphone: default, none, tone or FILE.wav")->capture_default_str();
+  app.add_option("--speaker", options.speaker, "speaker: default, none or FILE.wav")->capture_default_str();
+  app.add_option("--free-bytes", options.freeBytes, "what the disk reports as free");
+  app.add_flag("--no-accelerometer", options.noAccelerometer, "a device without a tilt sensor");
+  app.add_option("--shots", options.shotsDir, "folder for screenshots");
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::CallForHelp& help) {
+    return app.exit(help);
+  } catch (const CLI::ParseError& error) {
+    app.exit(error);
+    return 2;
+  }
+
+  if (!options.scriptPath.empty()) options.headless = true;
+  if (!options.headless) {
+    const char* display = getenv("DISPLAY");
+    const char* wayland = getenv("WAYLAND_DISPLAY");
+    if ((display == nullptr || *display == 0) && (wayland == nullptr || *wayland == 0)) {
+      printf("solva-sim: no display; running headless\n");
+      options.headless = true;
+    } else {
+      printf("solva-sim: the window is not built yet; running headless\n");
+      options.headless = true;
+    }
+  }
+  Simulator simulator;
+  return simulator.Run(options);
+}
