@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "solva/AppManager.h"
+#include "solva/Capture.h"
 #include "solva/Clock.h"
 #include "solva/Device.h"
 #include "solva/Events.h"
@@ -34,9 +35,17 @@ bool Simulator::SetUpDevice(std::string* error) {
   solva::SetTitlePath(AbsolutePath(mOptions.titleDir));
   solva::SetFreeBytes(mOptions.freeBytes);
   solva::SetAccelerometerPresent(!mOptions.noAccelerometer);
+  if (mOptions.mic == "none") {
+    solva::SetMicrophonePresent(false);
+  } else if (mOptions.mic == "tone") {
+    solva::SetMicSource(solva::MicSource::Tone);
+  } else if (mOptions.mic != "default" && !solva::SetMicSource(solva::MicSource::File, mOptions.mic, error)) {
+    return false;
+  }
   mVirtualClock = mOptions.headless;
   solva::SetClockMode(mVirtualClock ? solva::ClockMode::Virtual : solva::ClockMode::Real);
   printf("solva-sim: device root %s, player %d\n", solva::DeviceRoot().c_str(), mOptions.player);
+  printf("solva-sim: microphone %s\n", mOptions.mic == "none" ? "absent" : mOptions.mic.c_str());
   printf("solva-sim: %s at %d frames per second\n",
          mVirtualClock ? "headless, on the virtual clock" : "real time", mOptions.fps);
   return true;
@@ -62,6 +71,8 @@ void Simulator::Frame() {
     const uint64_t target = mClockStartMicros + mFrameCount * 1000000u / uint64_t(mOptions.fps);
     solva::AdvanceClockMicros(target - solva::ClockMicros());
   }
+  // The devices catch up with the clock before the title looks at them.
+  solva::PumpCapture();
   mApp->Update();
   if (solva::PopAppRequested()) mTitleEnded = true;
 }
@@ -121,10 +132,10 @@ bool Simulator::RunScript(std::string* error) {
         solva::QueueOrientation(int(command.number));
         break;
       case ScriptCommand::MicUnplug:
+        solva::QueueMicrophonePlugged(false);
+        break;
       case ScriptCommand::MicPlug:
-        // The microphone is not simulated yet: the command is accepted and ignored.
-        printf("solva-sim: %s:%d: the microphone is not simulated yet; '%s' ignored\n", mOptions.scriptPath.c_str(),
-               command.line, command.kind == ScriptCommand::MicUnplug ? "mic unplug" : "mic plug");
+        solva::QueueMicrophonePlugged(true);
         break;
       case ScriptCommand::PowerLow:
         solva::QueuePowerState(3);
@@ -139,6 +150,7 @@ bool Simulator::RunScript(std::string* error) {
       case ScriptCommand::Resume:
         if (!mSuspended) return fail("'resume' without 'suspend' before it");
         // Time passes on the device while the title is away; no frame runs.
+        solva::PumpCapture();
         solva::AdvanceClockMicros(uint64_t(command.seconds * 1e6 + 0.5));
         mClockStartMicros += uint64_t(command.seconds * 1e6 + 0.5);
         mSuspended = false;

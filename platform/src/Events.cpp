@@ -9,9 +9,12 @@
 #include "CEventSvc.h"
 #include "CPowerSvc.h"
 #include "CTouchMessage.h"
+#include "CUSBDeviceMessage.h"
+#include "CUSBDeviceSvc.h"
 #include "CVideoSvc.h"
 #include "DeviceReset.h"
 #include "Events.h"
+#include "solva/Capture.h"
 #include "solva/Events.h"
 
 namespace solva {
@@ -19,7 +22,7 @@ namespace detail {
 namespace {
 
 struct QueuedEvent {
-  enum Kind { Buttons, Touch, Orientation, Power } kind;
+  enum Kind { Buttons, Touch, Orientation, Power, Usb } kind;
   uint32_t mask;
   tTouchData touch;
   int value;
@@ -29,6 +32,7 @@ struct EventState {
   std::deque<QueuedEvent> queue;
   std::vector<const IEventListener*> eventListeners;
   std::vector<const IEventListener*> buttonListeners;
+  std::vector<const IEventListener*> usbListeners;
   uint32_t buttonMask = 0;
   int orientation = 0;
   int powerState = kPowerNormal;
@@ -67,22 +71,28 @@ int NotifyAll(const std::vector<const IEventListener*>& listeners, const IEventM
   return called;
 }
 
+std::vector<const IEventListener*>& List(ListenerList which) {
+  switch (which) {
+    case ListenerList::Buttons: return State().buttonListeners;
+    case ListenerList::Usb: return State().usbListeners;
+    default: return State().eventListeners;
+  }
+}
+
 }  // namespace
 
 tErrType RegisterListener(ListenerList which, const IEventListener* listener) {
   std::lock_guard<std::recursive_mutex> lock(gLock);
-  EventState& state = State();
   if (listener == nullptr) return kInvalidParamErr;
   if (TakeRegistrationFailure()) return kRegistrationErr;
-  std::vector<const IEventListener*>& list = which == ListenerList::Buttons ? state.buttonListeners : state.eventListeners;
+  std::vector<const IEventListener*>& list = List(which);
   if (std::find(list.begin(), list.end(), listener) == list.end()) list.push_back(listener);
   return kNoErr;
 }
 
 tErrType UnregisterListener(ListenerList which, const IEventListener* listener) {
   std::lock_guard<std::recursive_mutex> lock(gLock);
-  std::vector<const IEventListener*>& list =
-      which == ListenerList::Buttons ? State().buttonListeners : State().eventListeners;
+  std::vector<const IEventListener*>& list = List(which);
   auto found = std::find(list.begin(), list.end(), listener);
   if (found == list.end()) return kNotFoundErr;
   list.erase(found);
@@ -129,6 +139,18 @@ void QueuePowerState(int state) {
   detail::Queue(event);
 }
 
+void QueueMicrophonePlugged(bool plugged) {
+  QueuedEvent event{};
+  event.kind = QueuedEvent::Usb;
+  event.value = plugged ? 1 : 0;
+  detail::Queue(event);
+}
+
+int RegisteredUsbListeners() {
+  std::lock_guard<std::recursive_mutex> lock(detail::gLock);
+  return int(detail::State().usbListeners.size());
+}
+
 int QueuedEventCount() {
   std::lock_guard<std::recursive_mutex> lock(detail::gLock);
   return int(detail::State().queue.size());
@@ -164,6 +186,9 @@ int DeliverEvents() {
         case QueuedEvent::Touch:
           listeners = state.eventListeners;
           break;
+        case QueuedEvent::Usb:
+          listeners = state.usbListeners;
+          break;
       }
     }
     // Listeners are called without the lock: they may register, queue or unregister.
@@ -182,6 +207,15 @@ int DeliverEvents() {
       case QueuedEvent::Power:
         called += detail::NotifyAll(listeners, CPowerMessage(event.value));
         break;
+      case QueuedEvent::Usb: {
+        // The microphone is there or gone before anyone hears of it.
+        SetMicrophonePresent(event.value != 0);
+        const tUSBDeviceData data = {event.value ? kUSBDeviceConnected : kUSBDeviceDisconnected,
+                                     event.value ? kUSBDeviceDriverAudio : kUSBDeviceDriverNone,
+                                     event.value ? kUSBDeviceSupportsMicrophone : kUSBDeviceSupportsNone};
+        called += detail::NotifyAll(listeners, CUSBDeviceMessage(data));
+        break;
+      }
     }
   }
   return called;
@@ -290,6 +324,25 @@ U32 CAccelerometerSvc::GetAccelerometerRate() const {
 U32 CAccelerometerSvc::GetAccelerometerMode() const {
   std::lock_guard<std::recursive_mutex> lock(solva::detail::gLock);
   return solva::detail::State().accelerometerMode;
+}
+
+CUSBDeviceSvc::CUSBDeviceSvc() = default;
+CUSBDeviceSvc::~CUSBDeviceSvc() = default;
+
+tErrType CUSBDeviceSvc::RegisterEventListener(const IEventListener* listener) {
+  return solva::detail::RegisterListener(ListenerList::Usb, listener);
+}
+
+tErrType CUSBDeviceSvc::UnregisterEventListener(const IEventListener* listener) {
+  return solva::detail::UnregisterListener(ListenerList::Usb, listener);
+}
+
+tUSBDeviceData CUSBDeviceSvc::GetUSBDeviceState() const {
+  const bool present = solva::MicrophonePresent();
+  const tUSBDeviceData data = {present ? kUSBDeviceConnected : kUSBDeviceDisconnected,
+                               present ? kUSBDeviceDriverAudio : kUSBDeviceDriverNone,
+                               present ? kUSBDeviceSupportsMicrophone : kUSBDeviceSupportsNone};
+  return data;
 }
 
 CVideoSvc::CVideoSvc() = default;

@@ -1,12 +1,11 @@
 #pragma once
-// Listener registries of the device's services, shared with the services that live
-// in other files (the USB service keeps its own).
+// Listener registries of the device's services.
 #include "IEventListener.h"
 
 namespace solva {
 namespace detail {
 
-enum class ListenerList { Events, Buttons };
+enum class ListenerList { Events, Buttons, Usb };
 
 tErrType RegisterListener(ListenerList which, const IEventListener* listener);
 tErrType UnregisterListener(ListenerList which, const IEventListener* listener);
