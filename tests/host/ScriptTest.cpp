@@ -63,7 +63,8 @@ INSTANTIATE_TEST_SUITE_P(
                     BadLine{"power 3", "power takes 'low' or 'ok'"},
                     BadLine{"resume", "resume takes the seconds spent away, e.g. 'resume 600'"},
                     BadLine{"exit 300", "exit takes an optional pending-exit code 0..255"},
-                    BadLine{"screenshot", "screenshot takes a file name, e.g. 'screenshot ready.png'"}));
+                    BadLine{"screenshot", "screenshot takes a file name, e.g. 'screenshot ready.png'"}),
+    [](const testing::TestParamInfo<BadLine>& info) { return "Line" + std::to_string(info.index); });
 
 TEST(Script, ButtonsByNameAndIndexMapToTheDevicesMaskBits) {
   EXPECT_EQ(5, Script::ButtonIndex("back"));

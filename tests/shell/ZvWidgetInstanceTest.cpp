@@ -254,7 +254,11 @@ INSTANTIATE_TEST_SUITE_P(EachListener, FailedRegistrationTest,
                          testing::Values(FailedRegistration{1, "FAILURE to load event manager!", 0, 0},
                                          FailedRegistration{2, "FAILURE to load button server!", 1, 0},
                                          FailedRegistration{3, "FAILURE to load touch server!", 1, 1},
-                                         FailedRegistration{4, "FAILURE to load Acclerometer!", 2, 1}));
+                                         FailedRegistration{4, "FAILURE to load Acclerometer!", 2, 1}),
+                         [](const testing::TestParamInfo<FailedRegistration>& info) {
+                           const char* names[] = {"", "Power", "Button", "Touch", "Accelerometer"};
+                           return std::string(names[info.param.nth]);
+                         });
 
 TEST(ExitReason, TableForEveryPendingExitCode) {
   for (int code = 0; code < 256; ++code) {
@@ -295,7 +299,12 @@ INSTANTIATE_TEST_SUITE_P(Cases, ExitReasonTest,
                          testing::Values(ExitCase{1, true, false, 1}, ExitCase{1, false, false, 3},
                                          ExitCase{0, false, true, 3}, ExitCase{0, false, false, 0},
                                          ExitCase{6, true, false, 3}, ExitCase{4, true, false, 1},
-                                         ExitCase{200, false, false, 3}));
+                                         ExitCase{200, false, false, 3}),
+                         [](const testing::TestParamInfo<ExitCase>& info) {
+                           return "Code" + std::to_string(info.param.code) +
+                                  (info.param.finished ? "Finished" : "Unfinished") +
+                                  (info.param.lowBattery ? "LowBattery" : "");
+                         });
 
 TEST_F(ShellTest, PowerListenerFollowsTheBatteryAndPrints) {
   Create();
