@@ -250,15 +250,17 @@ TEST_P(FailedRegistrationTest, LeavesEnterEarlyWithoutTheLaterListenersAndWithou
   EXPECT_EQ(1, Main()->updates);
 }
 
+std::string RegistrationName(const testing::TestParamInfo<FailedRegistration>& info) {
+  static const char* const kNames[] = {"", "Power", "Button", "Touch", "Accelerometer"};
+  return kNames[info.param.nth];
+}
+
 INSTANTIATE_TEST_SUITE_P(EachListener, FailedRegistrationTest,
                          testing::Values(FailedRegistration{1, "FAILURE to load event manager!", 0, 0},
                                          FailedRegistration{2, "FAILURE to load button server!", 1, 0},
                                          FailedRegistration{3, "FAILURE to load touch server!", 1, 1},
                                          FailedRegistration{4, "FAILURE to load Acclerometer!", 2, 1}),
-                         [](const testing::TestParamInfo<FailedRegistration>& info) {
-                           const char* names[] = {"", "Power", "Button", "Touch", "Accelerometer"};
-                           return std::string(names[info.param.nth]);
-                         });
+                         RegistrationName);
 
 TEST(ExitReason, TableForEveryPendingExitCode) {
   for (int code = 0; code < 256; ++code) {
