@@ -31,12 +31,14 @@ cd "$out"
 "$convert" source.png -crop 3x5+9+9 +repage -alpha off -type TrueColor -strip BMP3:bmp24_3x5_padded.bmp
 "$convert" source.png -define bmp3:alpha=true -type TrueColorAlpha -strip BMP3:bmp32_37x23.bmp
 
-# TGA: 24 and 32 bits, raw and run-length, origin bottom-left and top-left.
+# TGA: 24 and 32 bits, raw and run-length, origin bottom-left and top-left. Both
+# show the source picture: ImageMagick stores the rows as they are and only marks
+# the origin, so the bottom-left files are made from the picture turned over.
 for depth in 24 32; do
   if [ $depth = 24 ]; then kind=(-alpha off -type TrueColor); else kind=(-type TrueColorAlpha); fi
   for enc in raw rle; do
     if [ $enc = raw ]; then comp=None; else comp=RLE; fi
-    "$convert" source.png "${kind[@]}" -compress $comp -strip tga${depth}_${enc}_bottomleft.tga
+    "$convert" source.png -flip "${kind[@]}" -compress $comp -orient BottomLeft -strip tga${depth}_${enc}_bottomleft.tga
     "$convert" source.png "${kind[@]}" -compress $comp -orient TopLeft -strip tga${depth}_${enc}_topleft.tga
   done
 done
@@ -73,8 +75,8 @@ PY
 "$convert" source.png -alpha off -quality 90 -sampling-factor 2x2 -strip jpeg_colour_37x23.jpg
 "$convert" source.png -alpha off -colorspace Gray -quality 90 -strip jpeg_grey_37x23.jpg
 
-# ImageMagick's own reading of every fixture.
+# ImageMagick's own reading of every fixture, turned by the origin the file names.
 for f in *.bmp *.tga *.dds *.jpg; do
-  "$convert" "$f" -depth 8 rgba:"$f.rgba"
+  "$convert" "$f" -auto-orient -depth 8 rgba:"$f.rgba"
 done
 echo "make-image-fixtures: wrote $(ls | wc -l) files to $out"
