@@ -100,10 +100,10 @@ TEST(BMPFile, LoadFromMemoryKeepsHeadersAsStored) {
   const Bytes bytes = MakeBmp(2, -1, 24, {1, 2, 3, 4, 5, 6});
   LoadedFile bmp;
   ASSERT_EQ(0, LoadBMPFromMemory(const_cast<unsigned char*>(bytes.data()), &bmp.file));
-  EXPECT_EQ(0x4D42, bmp.file.fileHeader.bfType);
-  EXPECT_EQ(2, bmp.file.infoHeader.biWidth);
-  EXPECT_EQ(-1, bmp.file.infoHeader.biHeight);
-  EXPECT_EQ(24, bmp.file.infoHeader.biBitCount);
+  EXPECT_EQ(0x4D42, int(bmp.file.fileHeader.bfType));
+  EXPECT_EQ(2, int(bmp.file.infoHeader.biWidth));
+  EXPECT_EQ(-1, int(bmp.file.infoHeader.biHeight));
+  EXPECT_EQ(24, int(bmp.file.infoHeader.biBitCount));
   EXPECT_EQ(Bytes({1, 2, 3, 4, 5, 6}), imgtest::Span(bmp.file.pixels, 6));
 }
 
