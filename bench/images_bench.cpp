@@ -229,7 +229,7 @@ void BM_ExtractJpgToRGB8(benchmark::State& state) {
 }
 BENCHMARK(BM_ExtractJpgToRGB8)
     ->ArgsProduct({{0, 1}, {1, 2, 16}})
-    ->ArgNames({"5mp", "denom"})
+    ->ArgNames({"large", "denom"})
     ->Unit(benchmark::kMillisecond);
 
 void BM_ScaleBuffer(benchmark::State& state) {
