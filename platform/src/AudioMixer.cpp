@@ -234,17 +234,17 @@ class Mixer {
     return true;
   }
 
-  bool SetSpeaker(const std::string& spec, std::string* error) {
+  bool SetSpeaker(const std::string& choice, std::string* error) {
     PumpLocked();
     mSpeaker.reset();
     mSpeakerName = "none";
-    const bool isFile = spec.size() > 4 && strcasecmp(spec.c_str() + spec.size() - 4, ".wav") == 0;
+    const bool isFile = choice.size() > 4 && strcasecmp(choice.c_str() + choice.size() - 4, ".wav") == 0;
     std::string why;
     for (const SpeakerBackend* backend : kSpeakerBackends) {
       const std::string name = backend->name;
-      const bool wanted = isFile ? name == "file" : (spec == name || (spec == "default" && !backend->demandOnly));
+      const bool wanted = isFile ? name == "file" : (choice == name || (choice == "default" && !backend->demandOnly));
       if (!wanted) continue;
-      Speaker* speaker = backend->open(isFile ? spec : std::string(), mRate, &why);
+      Speaker* speaker = backend->open(isFile ? choice : std::string(), mRate, &why);
       if (speaker != nullptr) {
         mSpeaker.reset(speaker);
         mSpeakerName = name;
@@ -252,7 +252,7 @@ class Mixer {
         return true;
       }
     }
-    if (error) *error = why.empty() ? "no speaker called \"" + spec + "\"" : why;
+    if (error) *error = why.empty() ? "no speaker called \"" + choice + "\"" : why;
     return false;
   }
 
@@ -458,9 +458,9 @@ int MixRate() {
   return TheMixer().Rate();
 }
 
-bool SetSpeaker(const std::string& spec, std::string* error) {
+bool SetSpeaker(const std::string& choice, std::string* error) {
   std::lock_guard<std::mutex> lock(TheMixer().mLock);
-  return TheMixer().SetSpeaker(spec, error);
+  return TheMixer().SetSpeaker(choice, error);
 }
 
 std::string SpeakerName() {

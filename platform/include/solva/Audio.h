@@ -30,7 +30,7 @@ int MixRate();
 //                 name (that is "sdl").
 // The speaker before is closed first (a WAV file is finished). On failure the
 // speaker is "none" and `error` says why.
-bool SetSpeaker(const std::string& spec, std::string* error = nullptr);
+bool SetSpeaker(const std::string& choice, std::string* error = nullptr);
 // "none", "sdl" or "file".
 std::string SpeakerName();
 
