@@ -264,6 +264,13 @@ bool WriteScreenshotPNG(const std::string& path, std::string* error) {
   return ok;
 }
 
+std::vector<uint8_t> PublishedPicture(void* handle) {
+  DisplayState& display = Display();
+  std::lock_guard<std::mutex> hold(display.lock);
+  const detail::Surface* s = detail::FindSurface(display, handle);
+  return s ? s->pictures[1 - s->back] : std::vector<uint8_t>();
+}
+
 uint64_t DisplaySwapCount() {
   DisplayState& display = Display();
   std::lock_guard<std::mutex> hold(display.lock);

@@ -55,6 +55,10 @@ uint32_t ScreenPixel(int x, int y);
 // `error`, when the file cannot be written; nothing is left behind then.
 bool WriteScreenshotPNG(const std::string& path, std::string* error = nullptr);
 
+// The bytes of the picture a surface shows now (the one its last SwapBuffers
+// published), pitch x rows; empty for an unknown handle.
+std::vector<uint8_t> PublishedPicture(void* handle);
+
 // How many SwapBuffers calls the display has had since the device was reset.
 uint64_t DisplaySwapCount();
 // How many surfaces exist, and how many of them are registered.
