@@ -51,8 +51,9 @@ void LayYuv(const Surface& s, int sx, int sy, uint32_t* dst) {
   const int y = picture[sy * s.pitch + sx];
   const int u = picture[(sy / 2) * s.pitch + evenWidth + sx / 2] - 128;
   const int v = picture[(evenHeight / 2 + sy / 2) * s.pitch + evenWidth + sx / 2] - 128;
-  int rgb[3] = {y + (91881 * v + 32768) / 65536, y - (22554 * u + 46802 * v - 32768) / 65536,
-                y + (116130 * u + 32768) / 65536};
+  // 16.16 factors, rounded to the nearest.
+  auto fix = [](int value) { return (value + 32768) >> 16; };
+  int rgb[3] = {y + fix(91881 * v), y - fix(22554 * u + 46802 * v), y + fix(116130 * u)};
   const int level = s.alphaEnabled ? std::min<int>(s.alphaLevel, 100) : 100;
   const uint32_t under = *dst;
   uint32_t out = 0xFF000000u;
