@@ -1,6 +1,7 @@
 #include "Canvas/VT/ZvCanvasRGBALayer.h"
 
 #include <assert.h>
+#include <stdint.h>
 #include <string.h>
 
 #include "CSystemData.h"
@@ -66,10 +67,8 @@ void ZvCanvasRGBALayer::Draw_Image_RGB888(int x, int y, const uint8* src, int sr
     for (int column = 0; column < clip.runX; ++column, index += step, source += 3) {
       uint8* DestTemp = mBuffer + index * 4;
       assert(DestTemp < mBuffer + mWidth * mHeight * 4);
-      DestTemp[2] = source[0];
-      DestTemp[1] = source[1];
-      DestTemp[0] = source[2];
-      DestTemp[3] = 255;
+      const uint32_t word = 0xFF000000u | (uint32_t(source[0]) << 16) | (uint32_t(source[1]) << 8) | source[2];
+      memcpy(DestTemp, &word, 4);
     }
   }
 }

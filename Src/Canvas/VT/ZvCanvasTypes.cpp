@@ -1,6 +1,7 @@
 #include "Canvas/VT/ZvCanvasTypes.h"
 
 #include <assert.h>
+#include <stdint.h>
 #include <stdio.h>
 #include <string.h>
 
@@ -12,6 +13,9 @@
 using Vantrel::Solva::CDisplaySvc;
 using Vantrel::Solva::tPixelFormat;
 
+// The copies below write whole pixels as little-endian words, as the display reads them.
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "layer pixels are little-endian words");
+
 namespace {
 
 const Vantrel::Solva::tDisplayScreen kAllScreens = 0xFFFFFFFF;
@@ -21,10 +25,11 @@ const Vantrel::Solva::tDisplayScreen kAllScreens = 0xFFFFFFFF;
 inline void BlendThroughTable(uint8* DestTemp, const uint8* source, unsigned a) {
   if (a == 0) return;
   if (a == 255) {
-    DestTemp[0] = source[2];
-    DestTemp[1] = source[1];
-    DestTemp[2] = source[0];
-    DestTemp[3] = source[3];
+    // R, G, B, A to B, G, R, A as one word: bytes 0 and 2 change places.
+    uint32_t word;
+    memcpy(&word, source, 4);
+    word = (word & 0xFF00FF00u) | ((word >> 16) & 0xFFu) | ((word & 0xFFu) << 16);
+    memcpy(DestTemp, &word, 4);
     return;
   }
   const unsigned char* table = gColorBlendTable;
@@ -35,11 +40,10 @@ inline void BlendThroughTable(uint8* DestTemp, const uint8* source, unsigned a) 
   DestTemp[3] = static_cast<uint8>(d + a);
 }
 
+// R, G, B to B, G, R and an opaque alpha, written as one word.
 inline void CopyRGB(uint8* DestTemp, const uint8* source) {
-  DestTemp[2] = source[0];
-  DestTemp[1] = source[1];
-  DestTemp[0] = source[2];
-  DestTemp[3] = 255;
+  const uint32_t word = 0xFF000000u | (uint32_t(source[0]) << 16) | (uint32_t(source[1]) << 8) | source[2];
+  memcpy(DestTemp, &word, 4);
 }
 
 }  // namespace
