@@ -1144,6 +1144,7 @@ ResInfo* MediaCenter::ExtractThumb(ResInfo* InResInfo) {
       uint8* pixels = 0;
       int width = 0;
       int height = 0;
+      // A missing file leaves the buffers null rather than scale a picture of no size.
       if (!ExtractJpgToRGB8(path, pixels, width, height, 1)) break;
       // A picture decoded before is replaced, not leaked.
       delete[] InResInfo->mMediaBuffer;
