@@ -14,7 +14,12 @@
 #include "BaseFramework/GameManager.h"
 #include "CMetaInfo.h"
 #include "MediaCenter/Archive.h"
+#include "RenderSystem/BMPData.h"
+#include "RenderSystem/TGAFile.h"
 #include "SolvaFileOps.h"
+
+// jpeglib.h needs size_t and FILE declared first.
+#include <jpeglib.h>
 
 const double MEDIA_DEVICE_DISK_BYTES = 1825361100.8;
 
@@ -83,6 +88,40 @@ std::string DerivedPictureName(const std::string& path, const char* word, const 
   if (at != std::string::npos) name.insert(at, subFolder);
   return name;
 }
+
+const int kJpegQuality = 80;
+
+// Thumbnails are 80 x 80 whatever the picture's shape; covers 320 x 240.
+const int kThumbSize = 80;
+const int kCoverWidth = 320;
+const int kCoverHeight = 240;
+
+// One output row of `rgb` scaled by 0.5 (2 x 2 averages; an odd last column or
+// row stands for itself) or 2 (each pixel four times).
+void ScaledRow(const uint8* rgb, int width, int height, float scale, int row, uint8* out, int outWidth) {
+  if (scale == 1.0f) {
+    memcpy(out, rgb + size_t(row) * width * 3, size_t(width) * 3);
+  } else if (scale == 2.0f) {
+    const uint8* from = rgb + size_t(row / 2) * width * 3;
+    for (int x = 0; x < outWidth; ++x) memcpy(out + x * 3, from + (x / 2) * 3, 3);
+  } else {
+    const int y0 = row * 2;
+    const int y1 = y0 + 1 < height ? y0 + 1 : height - 1;
+    for (int x = 0; x < outWidth; ++x) {
+      const int x0 = x * 2;
+      const int x1 = x0 + 1 < width ? x0 + 1 : width - 1;
+      for (int c = 0; c < 3; ++c) {
+        const int sum = rgb[(size_t(y0) * width + x0) * 3 + c] + rgb[(size_t(y0) * width + x1) * 3 + c] +
+                        rgb[(size_t(y1) * width + x0) * 3 + c] + rgb[(size_t(y1) * width + x1) * 3 + c];
+        out[x * 3 + c] = uint8((sum + 2) / 4);
+      }
+    }
+  }
+}
+
+// The source step of ScaleBuffer along one axis, shared with the check of how far
+// it reads.
+float ScaleStep(int newSize, int oldSize) { return 1.0f / (float(newSize) / float(oldSize)); }
 
 }  // namespace
 
@@ -534,9 +573,7 @@ ResInfo* MediaCenter::GetResInfo(EResType type, int id, bool withThumb) {
   assert(type > eRT_Invalid && type < eRT_Num);
   ResInfoListIt it = GetResInfoIt(type, id);
   if (it == mResInfoList[type].end()) return 0;
-  // Decoding the thumbnail is the image pipeline's, which is not part of this
-  // store yet; nobody may ask for it until then.
-  assert(!withThumb && "thumbnail decoding is not available");
+  if (withThumb) ExtractThumb(&*it);
   return &*it;
 }
 
@@ -545,7 +582,7 @@ ResInfo* MediaCenter::GetResInfo(EResType type, const std::string& name, bool wi
   ResInfoList& list = mResInfoList[type];
   for (ResInfoListIt it = list.begin(); it != list.end(); ++it) {
     if (it->mName.size() == name.size() && memcmp(it->mName.data(), name.data(), name.size()) == 0) {
-      assert(!withThumb && "thumbnail decoding is not available");
+      if (withThumb) ExtractThumb(&*it);
       return &*it;
     }
   }
@@ -707,6 +744,55 @@ void MediaCenter::StoreVideoToDisk(int id) {
   WriteUploadFileIncreased(resInfo);
 }
 
+bool MediaCenter::StoreImageToDisk(ResInfo* inResInfo, uint8* buf, int width, int height, float scale) {
+  assert(buf);
+  assert(inResInfo);
+  assert(inResInfo->mResType == eRT_Photo || inResInfo->mResType == eRT_Art ||
+         inResInfo->mResType == eRT_UnSharePhoto || inResInfo->mResType == eRT_ScrapBook ||
+         inResInfo->mResType == eRT_SpecificFolderArt);
+  std::string target = mResPath[inResInfo->mResType] + inResInfo->mName;
+  if (!GenerateJpgFromRGB8(target, buf, width, height, scale)) return false;
+  StoreThumbToDisk(inResInfo, buf, width, height);
+  WriteUploadFileIncreased(inResInfo);
+  return true;
+}
+
+void MediaCenter::StoreThumbToDisk(ResInfo* inResInfo, uint8* buf, int width, int height) {
+  assert(buf);
+  assert(inResInfo);
+  assert(inResInfo->mResType == eRT_Photo || inResInfo->mResType == eRT_Art ||
+         inResInfo->mResType == eRT_UnSharePhoto || inResInfo->mResType == eRT_ScrapBook ||
+         inResInfo->mResType == eRT_SpecificFolderArt || inResInfo->mResType == eRT_Video);
+  // Stretched to the square, not cropped.
+  uint8* thumb = ScalePicture(kThumbSize, kThumbSize, width, height, buf);
+  std::string target = GetThumbImageName(mResPath[inResInfo->mResType] + inResInfo->mName);
+  GenerateJpgFromRGB8(target, thumb, kThumbSize, kThumbSize, 1.0f);
+  delete[] thumb;
+}
+
+void MediaCenter::StoreCoverToDisk(ResInfo* inResInfo, uint8* buf, int width, int height) {
+  assert(buf);
+  assert(inResInfo);
+  assert(inResInfo->mResType == eRT_Video);
+  std::string target = GetCoverPhotoName(mResPath[eRT_Video] + inResInfo->mName);
+  if ((width == 320 && height == 240) || (width == 640 && height == 480)) {
+    uint8* cover = ScalePicture(kCoverWidth, kCoverHeight, width, height, buf);
+    const BOOL saveResult = GenerateJpgFromRGB8(target, cover, kCoverWidth, kCoverHeight, 1.0f);
+    delete[] cover;
+    assert(saveResult);
+  } else if ((width == 240 && height == 320) || (width == 480 && height == 640)) {
+    // Portrait covers are not wanted; the writing below only happens where
+    // assertions are off.
+    assert(0);
+    uint8* cover = ScalePicture(kCoverHeight, kCoverWidth, width, height, buf);
+    const BOOL saveResult = GenerateJpgFromRGB8(target, cover, kCoverHeight, kCoverWidth, 1.0f);
+    delete[] cover;
+    assert(saveResult);
+  } else {
+    assert(0);
+  }
+}
+
 void MediaCenter::DeleteRes(EResType type, ResID resid, bool) {
   assert(type > eRT_Invalid && type < eRT_Num);
   assert(resid != -1);
@@ -752,7 +838,274 @@ void MediaCenter::DeleteRes(EResType type, ResInfo* resInfo, bool unused) {
 }
 
 // ---------------------------------------------------------------------------
-// Derived picture names
+// Pictures
+
+BOOL MediaCenter::ExtractJpgToRGB8(std::string& path, uint8*& buf, int& width, int& height, int scaleDenom) {
+  FILE* input = fopen(path.c_str(), "rb");
+  if (input == NULL) {
+    printf("[MediaCenter][ExtractJpgToRGB8] Extract jpg file failed. Cann't open file %s.\n", path.c_str());
+    perror("[MediaCenter][ExtractJpgToRGB8] Problem :");
+    return false;
+  }
+  struct jpeg_decompress_struct Cinfo;
+  struct jpeg_error_mgr errors;
+  Cinfo.err = jpeg_std_error(&errors);
+  jpeg_create_decompress(&Cinfo);
+  jpeg_stdio_src(&Cinfo, input);
+  jpeg_read_header(&Cinfo, TRUE);
+  Cinfo.scale_num = 1;
+  Cinfo.scale_denom = scaleDenom;
+  jpeg_start_decompress(&Cinfo);
+  assert(Cinfo.num_components == 3);
+
+  const int outWidth = int(Cinfo.output_width);
+  const int outHeight = int(Cinfo.output_height);
+  const size_t rowBytes = size_t(outWidth) * 3;
+  uint8* pixels = new uint8[rowBytes * outHeight];
+  while (Cinfo.output_scanline < Cinfo.output_height) {
+    JSAMPROW row = pixels + Cinfo.output_scanline * rowBytes;
+    jpeg_read_scanlines(&Cinfo, &row, 1);
+  }
+  jpeg_finish_decompress(&Cinfo);
+  jpeg_destroy_decompress(&Cinfo);
+  fclose(input);
+
+  buf = pixels;
+  width = outWidth;
+  height = outHeight;
+
+  if (scaleDenom == 16) {
+    // The library stops at one eighth; the last halving is done here.
+    puts("[MediaCenter][ExtractJpgToRGB8] ScaleRationDenom is 16. More Operation.");
+    const int halfWidth = width / 2;
+    const int halfHeight = height / 2;
+    uint8* half = new uint8[size_t(halfWidth) * halfHeight * 3];
+    for (int y = 0; y < halfHeight; ++y)
+      for (int x = 0; x < halfWidth; ++x)
+        memcpy(half + (size_t(y) * halfWidth + x) * 3, buf + (size_t(y * 2) * width + x * 2) * 3, 3);
+    delete[] buf;
+    buf = half;
+    width = halfWidth;
+    height = halfHeight;
+  }
+  return true;
+}
+
+BOOL MediaCenter::ExtractJpgToRGBA8(std::string& path, uint8*& buf, int& width, int& height, int scaleDenom) {
+  uint8* rgb = 0;
+  int rgbWidth = 0;
+  int rgbHeight = 0;
+  if (!ExtractJpgToRGB8(path, rgb, rgbWidth, rgbHeight, scaleDenom)) return false;
+  const size_t count = size_t(rgbWidth) * rgbHeight;
+  uint8* rgba = new uint8[count * 4];
+  for (size_t i = 0; i < count; ++i) {
+    rgba[i * 4 + 0] = rgb[i * 3 + 0];
+    rgba[i * 4 + 1] = rgb[i * 3 + 1];
+    rgba[i * 4 + 2] = rgb[i * 3 + 2];
+    rgba[i * 4 + 3] = 255;
+  }
+  delete[] rgb;
+  buf = rgba;
+  width = rgbWidth;
+  height = rgbHeight;
+  return true;
+}
+
+BOOL MediaCenter::ExtractTgaToRGBA8(std::string& path, uint8*& buf, int& width, int& height) {
+  BMPData bmp;
+  memset(&bmp, 0, sizeof bmp);
+  if (LoadTGAFile(path.c_str(), &bmp) != 0) {
+    UnloadBMPData(&bmp);
+    return false;
+  }
+  width = bmp.width;
+  height = bmp.height;
+  const size_t count = size_t(width) * height;
+  // A 24-bit file has three bytes a pixel, not the four read here: the reading
+  // stops at the end of its pixels, and what it does not reach stays clear.
+  const size_t have = count * size_t(bmp.bitsPerPixel >> 3);
+  uint8* rgba = new uint8[count * 4]();
+  for (size_t i = 0; i < count && i * 4 + 4 <= have; ++i) {
+    rgba[i * 4 + 0] = bmp.pixels[i * 4 + 1];
+    rgba[i * 4 + 1] = bmp.pixels[i * 4 + 2];
+    rgba[i * 4 + 2] = bmp.pixels[i * 4 + 3];
+    rgba[i * 4 + 3] = bmp.pixels[i * 4 + 0];
+  }
+  UnloadBMPData(&bmp);
+  buf = rgba;
+  return true;
+}
+
+BOOL MediaCenter::GenerateJpgFromRGB8(std::string& path, const uint8* rgb, int width, int height, float scale) {
+  assert(scale == 0.5f || scale == 1.0f || scale == 2.0f);
+  File file;
+  if (!file.open(path.c_str(), "wb")) {
+    perror("Problem :");
+    return false;
+  }
+  // libjpeg-turbo has no scaling on the compression side, so the scaled rows are
+  // made here, one at a time, at the size libjpeg's own scaling gives: half
+  // rounded up, or double.
+  int outWidth = width;
+  int outHeight = height;
+  if (scale == 0.5f) {
+    outWidth = (width + 1) / 2;
+    outHeight = (height + 1) / 2;
+  } else if (scale == 2.0f) {
+    outWidth = width * 2;
+    outHeight = height * 2;
+  }
+
+  struct jpeg_compress_struct cinfo;
+  struct jpeg_error_mgr errors;
+  cinfo.err = jpeg_std_error(&errors);
+  jpeg_create_compress(&cinfo);
+  jpeg_stdio_dest(&cinfo, file.stream());
+  cinfo.image_width = JDIMENSION(outWidth);
+  cinfo.image_height = JDIMENSION(outHeight);
+  cinfo.input_components = 3;
+  cinfo.in_color_space = JCS_RGB;
+  jpeg_set_defaults(&cinfo);
+  jpeg_set_quality(&cinfo, kJpegQuality, TRUE);
+  jpeg_start_compress(&cinfo, TRUE);
+  uint8* line = new uint8[size_t(outWidth) * 3];
+  while (cinfo.next_scanline < cinfo.image_height) {
+    ScaledRow(rgb, width, height, scale, int(cinfo.next_scanline), line, outWidth);
+    JSAMPROW row = line;
+    jpeg_write_scanlines(&cinfo, &row, 1);
+  }
+  delete[] line;
+  jpeg_finish_compress(&cinfo);
+  jpeg_destroy_compress(&cinfo);
+  file.close();
+  printf("[MediaCenter] Generate POOL_NEW jpg file %s, with %d, height %d.\n", path.c_str(), outWidth, outHeight);
+  return true;
+}
+
+bool MediaCenter::GetJpgInfo(std::string& path, int& width, int& height) {
+  File file;
+  if (!file.open(path.c_str(), "rb")) {
+    printf("[MediaCenter][GetJpgInfo] Extract jpg file failed. Cann't open file %s.\n", path.c_str());
+    return false;
+  }
+  struct jpeg_decompress_struct cinfo;
+  struct jpeg_error_mgr errors;
+  cinfo.err = jpeg_std_error(&errors);
+  jpeg_create_decompress(&cinfo);
+  jpeg_stdio_src(&cinfo, file.stream());
+  jpeg_read_header(&cinfo, TRUE);
+  width = int(cinfo.image_width);
+  height = int(cinfo.image_height);
+  jpeg_destroy_decompress(&cinfo);
+  return true;
+}
+
+uint8* MediaCenter::ScaleBuffer(int newWidth, int newHeight, int format, int oldWidth, int oldHeight, uint8* src) {
+  assert(newWidth != 0 && newHeight != 0 && oldWidth != 0 && oldHeight != 0);
+  const int channels = format == 2 ? 4 : 3;
+  uint8* dst = new uint8[size_t(newWidth) * newHeight * channels];
+  if (newWidth == oldWidth && newHeight == oldHeight) {
+    memcpy(dst, src, size_t(newWidth) * newHeight * channels);
+    return dst;
+  }
+  const float scaleX = ScaleStep(newWidth, oldWidth);
+  const float scaleY = ScaleStep(newHeight, oldHeight);
+  uint8* out = dst;
+  for (int y = 0; y < newHeight; ++y) {
+    const float fy = float(y) * scaleY;
+    const int iy = int(fy);
+    const int y0 = iy > 0 ? iy : 0;
+    // Stops one row past the last, unlike x1: see the header.
+    const int y1 = y0 + 1 < oldHeight ? y0 + 1 : oldHeight;
+    const float wy = fy - float(iy);
+    for (int x = 0; x < newWidth; ++x) {
+      const float fx = float(x) * scaleX;
+      const int ix = int(fx);
+      const int x0 = ix > 0 ? ix : 0;
+      const int x1 = x0 + 1 < oldWidth ? x0 + 1 : oldWidth - 1;
+      const float wx = fx - float(ix);
+      const uint8* a = src + (size_t(y0) * oldWidth + x0) * channels;
+      const uint8* b = src + (size_t(y0) * oldWidth + x1) * channels;
+      const uint8* c = src + (size_t(y1) * oldWidth + x0) * channels;
+      const uint8* d = src + (size_t(y1) * oldWidth + x1) * channels;
+      for (int k = 0; k < 3; ++k) {
+        out[k] = uint8(float(a[k]) * (1 - wx) * (1 - wy) + float(b[k]) * wx * (1 - wy) + float(c[k]) * wy * (1 - wx) +
+                       float(d[k]) * wy * wx);
+      }
+      // Opaque only where all four sources are.
+      if (channels == 4) out[3] = uint8(a[3] & b[3] & c[3] & d[3]);
+      out += channels;
+    }
+  }
+  return dst;
+}
+
+uint8* MediaCenter::ScalePicture(int newWidth, int newHeight, int oldWidth, int oldHeight, uint8* src) {
+  const bool sameSize = newWidth == oldWidth && newHeight == oldHeight;
+  if (sameSize || newWidth == 0 || newHeight == 0 || oldWidth <= 0 || oldHeight <= 0) {
+    return ScaleBuffer(newWidth, newHeight, 1, oldWidth, oldHeight, src);
+  }
+  // The last output row reads source row y0 + 1; when that is past the picture,
+  // scale a copy whose extra row repeats the last one, as if the picture ended
+  // there, rather than read past the array. Pictures that do not reach so far are
+  // scaled as they are.
+  const int lastRow = int(float(newHeight - 1) * ScaleStep(newHeight, oldHeight));
+  if (lastRow + 1 < oldHeight) return ScaleBuffer(newWidth, newHeight, 1, oldWidth, oldHeight, src);
+  const size_t rowBytes = size_t(oldWidth) * 3;
+  uint8* padded = new uint8[rowBytes * (oldHeight + 1)];
+  memcpy(padded, src, rowBytes * oldHeight);
+  memcpy(padded + rowBytes * oldHeight, src + rowBytes * (oldHeight - 1), rowBytes);
+  uint8* scaled = ScaleBuffer(newWidth, newHeight, 1, oldWidth, oldHeight, padded);
+  delete[] padded;
+  return scaled;
+}
+
+void MediaCenter::RotateBuf(uint8* dst, uint8* src, int& outWidth, int& outHeight, int width, int height, int angle,
+                            int bytesPerPixel) {
+  assert(dst && src);
+  const int copy = bytesPerPixel == 4 ? 4 : 3;
+  if (angle == -90 || angle == 270) {
+    outWidth = height;
+    outHeight = width;
+  } else if (angle == 180 || angle == -180) {
+    outWidth = width;
+    outHeight = height;
+  } else if (angle == 90 || angle == -270) {
+    outWidth = height;
+    outHeight = width;
+  } else {
+    assert(0);
+    return;
+  }
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      int nx, ny;
+      if (angle == -90 || angle == 270) {
+        nx = y;
+        ny = width - 1 - x;
+      } else if (angle == 180 || angle == -180) {
+        nx = width - 1 - x;
+        ny = height - 1 - y;
+      } else {
+        nx = height - 1 - y;
+        ny = x;
+      }
+      memcpy(dst + (size_t(ny) * outWidth + nx) * bytesPerPixel, src + (size_t(y) * width + x) * bytesPerPixel, copy);
+    }
+  }
+}
+
+float MediaCenter::KernelBSpline(float x) {
+  if (x > 2.0f) return 0.0f;
+  const float xm1 = x - 1.0f;
+  const float xp1 = x + 1.0f;
+  const float xp2 = x + 2.0f;
+  const float a = xp2 > 0.0f ? xp2 * xp2 * xp2 : 0.0f;
+  const float b = xp1 > 0.0f ? xp1 * xp1 * xp1 : 0.0f;
+  const float c = x > 0.0f ? x * x * x : 0.0f;
+  const float d = xm1 > 0.0f ? xm1 * xm1 * xm1 : 0.0f;
+  return (a - 4.0f * b + 6.0f * c - 4.0f * d) * 0.16666667f;
+}
 
 std::string MediaCenter::GetThumbImageName(const std::string& path) {
   return DerivedPictureName(path, "_thumb", "Thumb");
@@ -760,6 +1113,143 @@ std::string MediaCenter::GetThumbImageName(const std::string& path) {
 
 std::string MediaCenter::GetCoverPhotoName(const std::string& path) {
   return DerivedPictureName(path, "_cover", "Cover");
+}
+
+ResInfo* MediaCenter::ExtractThumb(ResInfo* InResInfo) {
+  assert(InResInfo);
+  assert(InResInfo->mResType > eRT_Invalid && InResInfo->mResType < eRT_Num);
+  if (InResInfo->mThumbBuffer) return InResInfo;
+  const std::string mainPath = mResPath[InResInfo->mResType] + InResInfo->mName;
+  switch (InResInfo->mResType) {
+    case eRT_Photo:
+    case eRT_Art:
+    case eRT_UnSharePhoto:
+    case eRT_Video: {
+      std::string thumb = GetThumbImageName(mainPath);
+      ExtractJpgToRGB8(thumb, InResInfo->mThumbBuffer, InResInfo->mThumbWidth, InResInfo->mThumbHeight, 1);
+      break;
+    }
+    case eRT_ScrapBook: {
+      // The preset stands when the first page has no thumbnail.
+      InResInfo->mThumbWidth = 90;
+      InResInfo->mThumbHeight = 160;
+      std::string thumb = InResInfo->mName + "Page1_thumb.jpg";
+      ExtractJpgToRGB8(thumb, InResInfo->mThumbBuffer, InResInfo->mThumbWidth, InResInfo->mThumbHeight, 1);
+      break;
+    }
+    case eRT_SpecificFolderPhoto: {
+      // A picture folder has no thumbnail files: the thumbnail is made from the
+      // picture itself.
+      std::string path = InResInfo->mName;
+      uint8* pixels = 0;
+      int width = 0;
+      int height = 0;
+      // A missing file leaves the buffers null rather than scale a picture of no size.
+      if (!ExtractJpgToRGB8(path, pixels, width, height, 1)) break;
+      // A picture decoded before is replaced, not leaked.
+      delete[] InResInfo->mMediaBuffer;
+      InResInfo->mMediaBuffer = pixels;
+      InResInfo->mMediaWidth = width;
+      InResInfo->mMediaHeight = height;
+      if (width == 320 && height == 240) {
+        InResInfo->mViewMode = 0;
+      } else if (width == 240 && height == 320) {
+        InResInfo->mViewMode = 1;
+      }
+      InResInfo->mThumbBuffer = ScalePicture(kThumbSize, kThumbSize, width, height, pixels);
+      InResInfo->mThumbWidth = kThumbSize;
+      InResInfo->mThumbHeight = kThumbSize;
+      break;
+    }
+    default:
+      assert(0);
+      break;
+  }
+  return InResInfo;
+}
+
+ResInfo* MediaCenter::ExtractMedia(EResType type, int id) {
+  assert(type > eRT_Invalid && type < eRT_Num);
+  if (id == -1) return 0;
+  ResInfo* resInfo = GetResInfo(type, id, true);
+  if (resInfo == 0) return 0;
+  switch (type) {
+    case eRT_Photo:
+    case eRT_UnSharePhoto: {
+      std::string path = mResPath[type] + resInfo->mName;
+      if (resInfo->mMediaBuffer == 0) {
+        // The camera's own sizes are decoded at half size.
+        const bool large = (resInfo->mImgWidth == 640 && resInfo->mImgHeight == 480) ||
+                           (resInfo->mImgWidth == 960 && resInfo->mImgHeight == 544);
+        ExtractJpgToRGB8(path, resInfo->mMediaBuffer, resInfo->mMediaWidth, resInfo->mMediaHeight, large ? 2 : 1);
+      }
+      printf("[MediaCenter][ExtractMedia] Extract Photo Res %s success.\n", path.c_str());
+      return resInfo;
+    }
+    case eRT_SpecificFolderPhoto: {
+      if (resInfo->mMediaBuffer != 0) return resInfo;
+      std::string path = resInfo->mName;
+      ExtractJpgToRGB8(path, resInfo->mMediaBuffer, resInfo->mMediaWidth, resInfo->mMediaHeight, 1);
+      printf("[MediaCenter][ExtractMedia] Extract Specific Photo Res %s success.\n", path.c_str());
+      return resInfo;
+    }
+    case eRT_Art:
+    case eRT_SpecificFolderArt: {
+      std::string path = mResPath[type] + resInfo->mName;
+      if (resInfo->mMediaBuffer == 0) {
+        ExtractJpgToRGB8(path, resInfo->mMediaBuffer, resInfo->mMediaWidth, resInfo->mMediaHeight, 1);
+      }
+      printf("[MediaCenter][ExtractMedia] Extract Atr Res %s success.\n", path.c_str());
+      return resInfo;
+    }
+    case eRT_ScrapBook: {
+      if (resInfo->mMediaBuffer != 0) return resInfo;
+      std::string path = resInfo->mName + "Page1.jpg";
+      ExtractJpgToRGB8(path, resInfo->mMediaBuffer, resInfo->mMediaWidth, resInfo->mMediaHeight, 1);
+      printf("[MediaCenter][ExtractMedia] Extract Story Res %s success.\n", path.c_str());
+      return resInfo;
+    }
+    default:
+      // Videos and sounds have no picture to decode.
+      return 0;
+  }
+}
+
+void MediaCenter::ReturnThumb(ResInfo* InResInfo) {
+  assert(InResInfo);
+  delete[] InResInfo->mThumbBuffer;
+  InResInfo->mThumbBuffer = 0;
+  InResInfo->mThumbWidth = 0;
+  InResInfo->mThumbHeight = 0;
+}
+
+void MediaCenter::ReturnThumb(EResType type, int id) {
+  assert(type > eRT_Invalid && type < eRT_Num);
+  if (id == -1) return;
+  // The lookup decodes a thumbnail that is not there yet, only to release it.
+  ResInfo* resInfo = GetResInfo(type, id, true);
+  if (resInfo != 0) ReturnThumb(resInfo);
+}
+
+void MediaCenter::ReturnMedia(EResType type, int id) {
+  assert(type > eRT_Invalid && type < eRT_Num);
+  if (id == -1) return;
+  ResInfo* resInfo = GetResInfo(type, id, true);
+  if (resInfo == 0) return;
+  switch (type) {
+    case eRT_Photo:
+    case eRT_Art:
+    case eRT_UnSharePhoto:
+    case eRT_SpecificFolderPhoto:
+    case eRT_ScrapBook:
+    case eRT_SpecificFolderArt:
+      // The size stays: it tells what the picture was.
+      delete[] resInfo->mMediaBuffer;
+      resInfo->mMediaBuffer = 0;
+      break;
+    default:
+      break;
+  }
 }
 
 // ---------------------------------------------------------------------------

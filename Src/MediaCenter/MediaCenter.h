@@ -12,6 +12,8 @@
 class Archive;
 class GameManager;
 
+typedef int BOOL;
+
 enum EMediaErrorCode {
   eMedia_Ok = 1,       // there is room
   eMedia_NoSpace = 2,  // there is not
@@ -62,8 +64,7 @@ class MediaCenter {
   ResInfoListIt GetStoryStudioResInfoIt(int version);
   ResInfoListIt GetStoryStudioResInfoItEnd(int version);
 
-  // Life cycle. The three picture writers (StoreImageToDisk, StoreThumbToDisk,
-  // StoreCoverToDisk) belong to the image pipeline.
+  // Life cycle.
   int GenerateNewResId(EResType type);
   void RefreshMaxIdIndex(EResType type, int id);
   std::string GenerateResName(EResType type, ResID resId);
@@ -78,12 +79,51 @@ class MediaCenter {
   void EndOperProtected(EResType type);
   void StoreAudioToDisk(EResType type, int id);
   void StoreVideoToDisk(int id);
+  // Write a picture as JPEG at its gallery path, with its 80 x 80 thumbnail, or a
+  // video's 320 x 240 cover.
+  bool StoreImageToDisk(ResInfo* inResInfo, uint8* buf, int width, int height, float scale);
+  void StoreThumbToDisk(ResInfo* inResInfo, uint8* buf, int width, int height);
+  void StoreCoverToDisk(ResInfo* inResInfo, uint8* buf, int width, int height);
   void DeleteRes(EResType type, ResID resid, bool);
   void DeleteRes(EResType type, ResInfo* resInfo, bool);
 
-  // Derived picture names.
+  // Pictures. Buffers are plain arrays, rows top to bottom, no padding, 3 bytes a
+  // pixel (R, G, B) or 4 (R, G, B, A), made with new[]; whoever receives one frees
+  // it with delete[], unless it sits in a record, which then owns it.
+  //
+  // Decodes a JPEG into a new RGB array, reduced by libjpeg to 1 / scaleDenom; 16
+  // goes one halving beyond the library's smallest reduction. False, with the
+  // out-arguments untouched, when the file cannot be opened. A grey-scale file is a
+  // failed assertion; a corrupt one ends the process through libjpeg.
+  BOOL ExtractJpgToRGB8(std::string& path, uint8*& buf, int& width, int& height, int scaleDenom);
+  // The same with an alpha of 255.
+  BOOL ExtractJpgToRGBA8(std::string& path, uint8*& buf, int& width, int& height, int scaleDenom);
+  // A TGA file into a new R, G, B, A array.
+  BOOL ExtractTgaToRGBA8(std::string& path, uint8*& buf, int& width, int& height);
+  // Writes `rgb` as a baseline JPEG of quality 80, scaled by 0.5, 1 or 2.
+  BOOL GenerateJpgFromRGB8(std::string& path, const uint8* rgb, int width, int height, float scale);
+  // The size of a JPEG file from its header alone.
+  bool GetJpgInfo(std::string& path, int& width, int& height);
+  // Bilinear scaling into a new array; `format` 2 is RGBA, anything else RGB. On
+  // enlarging, the last rows read one row past the source, so the source must be
+  // readable there.
+  uint8* ScaleBuffer(int newWidth, int newHeight, int format, int oldWidth, int oldHeight, uint8* src);
+  // Quarter turns: angle 90, -90, 270, -270, 180 or -180. The arrays must not overlap.
+  void RotateBuf(uint8* dst, uint8* src, int& outWidth, int& outHeight, int width, int height, int angle,
+                 int bytesPerPixel);
+  // The cubic B-spline weight.
+  float KernelBSpline(float x);
+  // /x/Videos/vtwgvideo_3.avi gives /x/Videos/Thumb/vtwgvideo_thumb_3.jpg; the
+  // cover is the same with "Cover" and "_cover".
   std::string GetThumbImageName(const std::string& path);
   std::string GetCoverPhotoName(const std::string& path);
+  // Decode a record's thumbnail or full picture into its buffers, once; the
+  // return operations release them again.
+  ResInfo* ExtractThumb(ResInfo* InResInfo);
+  ResInfo* ExtractMedia(EResType type, int id);
+  void ReturnThumb(ResInfo* InResInfo);
+  void ReturnThumb(EResType type, int id);
+  void ReturnMedia(EResType type, int id);
 
   // Upload lists.
   void WriteUploadFileIncreased(const ResInfo* inResInfo);
@@ -102,6 +142,8 @@ class MediaCenter {
   // The folder of a type's index, check file and resid.bin.
   std::string IndexDirectory(EResType type) const;
   std::string CheckFileName(EResType type) const;
+  // ScaleBuffer of an RGB picture that has no row past its last.
+  uint8* ScalePicture(int newWidth, int newHeight, int oldWidth, int oldHeight, uint8* src);
 
   EResType mOperResType;
   GameManager* mGameManager;

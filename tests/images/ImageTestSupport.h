@@ -12,11 +12,18 @@
 
 #include <jpeglib.h>
 
+#include "MediaCenter/MediaCenter.h"
 #include "support/TestSupport.h"
 
 namespace imgtest {
 
 using zvtest::Bytes;
+
+// The picture operations need no gallery: a store without a game serves.
+inline MediaCenter& Store() {
+  static MediaCenter store(nullptr);
+  return store;
+}
 
 inline std::string Fixture(const std::string& name) {
   return std::string(ZV_SOURCE_DIR) + "/tests/images/fixtures/" + name;

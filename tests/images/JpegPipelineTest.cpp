@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "ImageTestSupport.h"
-#include "MediaCenter/ImagePipeline.h"
 
 namespace {
 
@@ -12,7 +11,7 @@ TEST(ExtractJpgToRGB8, ColourFixtureDecodesToWhatImageMagickReports) {
   std::string path = imgtest::Fixture("jpeg_colour_37x23.jpg");
   uint8* buf = nullptr;
   int width = 0, height = 0;
-  ASSERT_TRUE(ImagePipeline::ExtractJpgToRGB8(path, buf, width, height, 1));
+  ASSERT_TRUE(imgtest::Store().ExtractJpgToRGB8(path, buf, width, height, 1));
   EXPECT_EQ(37, width);
   EXPECT_EQ(23, height);
   const Bytes expected = imgtest::Reorder(imgtest::Dump("jpeg_colour_37x23.jpg"), 37, 23, {0, 1, 2});
@@ -26,7 +25,7 @@ TEST(ExtractJpgToRGB8, DenominatorTwoIsTheLibrarysHalfSize) {
   imgtest::EncodeWithLibjpeg(path, imgtest::Gradient(101, 67), 101, 67);
   uint8* buf = nullptr;
   int width = 0, height = 0;
-  ASSERT_TRUE(ImagePipeline::ExtractJpgToRGB8(path, buf, width, height, 2));
+  ASSERT_TRUE(imgtest::Store().ExtractJpgToRGB8(path, buf, width, height, 2));
   const imgtest::Decoded judge = imgtest::DecodeWithLibjpeg(path, 2);
   EXPECT_EQ(51, width);
   EXPECT_EQ(34, height);
@@ -48,7 +47,7 @@ TEST(ExtractJpgToRGB8, DenominatorSixteenOnEightyOneBySixtyOneGivesFortyByThirty
   uint8* buf = nullptr;
   int width = 0, height = 0;
   testing::internal::CaptureStdout();
-  ASSERT_TRUE(ImagePipeline::ExtractJpgToRGB8(path, buf, width, height, 16));
+  ASSERT_TRUE(imgtest::Store().ExtractJpgToRGB8(path, buf, width, height, 16));
   EXPECT_EQ("[MediaCenter][ExtractJpgToRGB8] ScaleRationDenom is 16. More Operation.\n",
             testing::internal::GetCapturedStdout());
   EXPECT_EQ(40, width);
@@ -68,7 +67,7 @@ TEST(ExtractJpgToRGB8, MissingFileReturnsFalseAndLeavesTheArgumentsAlone) {
   int width = 7, height = 9;
   testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();
-  EXPECT_FALSE(ImagePipeline::ExtractJpgToRGB8(path, buf, width, height, 1));
+  EXPECT_FALSE(imgtest::Store().ExtractJpgToRGB8(path, buf, width, height, 1));
   EXPECT_EQ("[MediaCenter][ExtractJpgToRGB8] Problem :: No such file or directory\n",
             testing::internal::GetCapturedStderr());
   EXPECT_EQ("[MediaCenter][ExtractJpgToRGB8] Extract jpg file failed. Cann't open file /no/such/picture.jpg.\n",
@@ -77,7 +76,7 @@ TEST(ExtractJpgToRGB8, MissingFileReturnsFalseAndLeavesTheArgumentsAlone) {
   EXPECT_EQ(7, width);
   EXPECT_EQ(9, height);
   testing::internal::CaptureStdout();
-  EXPECT_FALSE(ImagePipeline::ExtractJpgToRGBA8(path, buf, width, height, 1));
+  EXPECT_FALSE(imgtest::Store().ExtractJpgToRGBA8(path, buf, width, height, 1));
   testing::internal::GetCapturedStdout();
   EXPECT_EQ(&marker, buf);
 }
@@ -86,9 +85,9 @@ TEST(ExtractJpgToRGB8DeathTest, GreyScaleFileFailsTheAssertion) {
   std::string path = imgtest::Fixture("jpeg_grey_37x23.jpg");
   uint8* buf = nullptr;
   int width = 0, height = 0;
-  EXPECT_DEATH(ImagePipeline::ExtractJpgToRGB8(path, buf, width, height, 1),
-               zvtest::Literal("Src/MediaCenter/ImagePipeline.cpp:") + "[0-9]+" +
-                   zvtest::Literal(": static BOOL ImagePipeline::ExtractJpgToRGB8(std::string&, uint8*&, int&, int&, "
+  EXPECT_DEATH(imgtest::Store().ExtractJpgToRGB8(path, buf, width, height, 1),
+               zvtest::Literal("Src/MediaCenter/MediaCenter.cpp:") + "[0-9]+" +
+                   zvtest::Literal(": BOOL MediaCenter::ExtractJpgToRGB8(std::string&, uint8*&, int&, int&, "
                                    "int): Assertion `Cinfo.num_components == 3' failed."));
 }
 
@@ -96,7 +95,7 @@ TEST(ExtractJpgToRGBA8, AddsAnOpaqueAlpha) {
   std::string path = imgtest::Fixture("jpeg_colour_37x23.jpg");
   uint8* buf = nullptr;
   int width = 0, height = 0;
-  ASSERT_TRUE(ImagePipeline::ExtractJpgToRGBA8(path, buf, width, height, 1));
+  ASSERT_TRUE(imgtest::Store().ExtractJpgToRGBA8(path, buf, width, height, 1));
   EXPECT_EQ(37, width);
   EXPECT_EQ(23, height);
   const Bytes im = imgtest::Dump("jpeg_colour_37x23.jpg");  // opaque: alpha 255 throughout
@@ -109,7 +108,7 @@ TEST(ExtractTgaToRGBA8, ThirtyTwoBitFileGivesRGBA) {
     std::string path = imgtest::Fixture(name);
     uint8* buf = nullptr;
     int width = 0, height = 0;
-    ASSERT_TRUE(ImagePipeline::ExtractTgaToRGBA8(path, buf, width, height)) << name;
+    ASSERT_TRUE(imgtest::Store().ExtractTgaToRGBA8(path, buf, width, height)) << name;
     EXPECT_EQ(37, width);
     EXPECT_EQ(23, height);
     const Bytes im = imgtest::Dump(name);
@@ -122,7 +121,7 @@ TEST(ExtractTgaToRGBA8, TwentyFourBitFileIsReadFourBytesAPixelUntilItsPixelsEnd)
   std::string path = imgtest::Fixture("tga24_raw_topleft.tga");
   uint8* buf = nullptr;
   int width = 0, height = 0;
-  ASSERT_TRUE(ImagePipeline::ExtractTgaToRGBA8(path, buf, width, height));
+  ASSERT_TRUE(imgtest::Store().ExtractTgaToRGBA8(path, buf, width, height));
   const Bytes rgb = imgtest::Reorder(imgtest::Dump("tga24_raw_topleft.tga"), 37, 23, {0, 1, 2});
   const size_t count = 37 * 23;
   Bytes expected(count * 4, 0);
@@ -140,7 +139,7 @@ TEST(ExtractTgaToRGBA8, MissingFileReturnsFalse) {
   std::string path = "/no/such/picture.tga";
   uint8* buf = nullptr;
   int width = 3, height = 4;
-  EXPECT_FALSE(ImagePipeline::ExtractTgaToRGBA8(path, buf, width, height));
+  EXPECT_FALSE(imgtest::Store().ExtractTgaToRGBA8(path, buf, width, height));
   EXPECT_EQ(nullptr, buf);
   EXPECT_EQ(3, width);
 }
@@ -154,7 +153,7 @@ TEST_P(GenerateJpgScale, ReadsBackWithLibjpegAtTheScaledSize) {
   zvtest::TempDir dir;
   std::string path = dir.file("out.jpg");
   testing::internal::CaptureStdout();
-  ASSERT_TRUE(ImagePipeline::GenerateJpgFromRGB8(path, rgb.data(), width, height, scale));
+  ASSERT_TRUE(imgtest::Store().GenerateJpgFromRGB8(path, rgb.data(), width, height, scale));
   const int outWidth = scale == 0.5f ? 19 : scale == 2.0f ? 74 : 37;
   const int outHeight = scale == 0.5f ? 12 : scale == 2.0f ? 46 : 23;
   EXPECT_EQ("[MediaCenter] Generate POOL_NEW jpg file " + path + ", with " + std::to_string(outWidth) + ", height " +
@@ -194,7 +193,7 @@ TEST(GenerateJpgFromRGB8, WritesBaselineAtQualityEighty) {
   zvtest::TempDir dir;
   std::string path = dir.file("q.jpg");
   testing::internal::CaptureStdout();
-  ASSERT_TRUE(ImagePipeline::GenerateJpgFromRGB8(path, rgb.data(), 16, 16, 1.0f));
+  ASSERT_TRUE(imgtest::Store().GenerateJpgFromRGB8(path, rgb.data(), 16, 16, 1.0f));
   testing::internal::GetCapturedStdout();
   const Bytes file = zvtest::ReadBytes(path);
   bool baseline = false;
@@ -226,7 +225,7 @@ TEST(GenerateJpgFromRGB8, UnopenableFileReturnsFalse) {
   const Bytes rgb = imgtest::Gradient(4, 4);
   std::string path = "/no/such/folder/q.jpg";
   testing::internal::CaptureStderr();
-  EXPECT_FALSE(ImagePipeline::GenerateJpgFromRGB8(path, rgb.data(), 4, 4, 1.0f));
+  EXPECT_FALSE(imgtest::Store().GenerateJpgFromRGB8(path, rgb.data(), 4, 4, 1.0f));
   EXPECT_EQ(0u, testing::internal::GetCapturedStderr().find("Problem :: "));
 }
 
@@ -234,16 +233,16 @@ TEST(GenerateJpgFromRGB8DeathTest, ScaleOfAQuarterFailsTheAssertion) {
   const Bytes rgb = imgtest::Gradient(4, 4);
   zvtest::TempDir dir;
   std::string path = dir.file("q.jpg");
-  EXPECT_DEATH(ImagePipeline::GenerateJpgFromRGB8(path, rgb.data(), 4, 4, 0.25f),
-               zvtest::Literal("Src/MediaCenter/ImagePipeline.cpp:") + "[0-9]+" +
-                   zvtest::Literal(": static BOOL ImagePipeline::GenerateJpgFromRGB8(std::string&, const uint8*, int, "
+  EXPECT_DEATH(imgtest::Store().GenerateJpgFromRGB8(path, rgb.data(), 4, 4, 0.25f),
+               zvtest::Literal("Src/MediaCenter/MediaCenter.cpp:") + "[0-9]+" +
+                   zvtest::Literal(": BOOL MediaCenter::GenerateJpgFromRGB8(std::string&, const uint8*, int, "
                                    "int, float): Assertion `scale == 0.5f || scale == 1.0f || scale == 2.0f' failed."));
 }
 
 TEST(GetJpgInfo, ReadsTheSizeFromTheHeader) {
   std::string path = imgtest::Fixture("jpeg_grey_37x23.jpg");
   int width = 0, height = 0;
-  EXPECT_TRUE(ImagePipeline::GetJpgInfo(path, width, height));
+  EXPECT_TRUE(imgtest::Store().GetJpgInfo(path, width, height));
   EXPECT_EQ(37, width);
   EXPECT_EQ(23, height);
 }
@@ -252,7 +251,7 @@ TEST(GetJpgInfo, MissingFileReturnsFalseWithItsMessage) {
   std::string path = "/no/such/picture.jpg";
   int width = 5, height = 6;
   testing::internal::CaptureStdout();
-  EXPECT_FALSE(ImagePipeline::GetJpgInfo(path, width, height));
+  EXPECT_FALSE(imgtest::Store().GetJpgInfo(path, width, height));
   EXPECT_EQ("[MediaCenter][GetJpgInfo] Extract jpg file failed. Cann't open file /no/such/picture.jpg.\n",
             testing::internal::GetCapturedStdout());
   EXPECT_EQ(5, width);

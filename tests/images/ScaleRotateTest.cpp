@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "ImageTestSupport.h"
-#include "MediaCenter/ImagePipeline.h"
 
 namespace {
 
@@ -16,7 +15,7 @@ Bytes Take(uint8* buf, size_t size) {
 
 TEST(ScaleBuffer, SameSizeReturnsAnExactCopyAlphaIncluded) {
   Bytes rgba = imgtest::Pattern(5 * 3 * 4);
-  uint8* out = ImagePipeline::ScaleBuffer(5, 3, 2, 5, 3, rgba.data());
+  uint8* out = imgtest::Store().ScaleBuffer(5, 3, 2, 5, 3, rgba.data());
   ASSERT_NE(rgba.data(), out);
   EXPECT_EQ(rgba, Take(out, rgba.size()));
 }
@@ -30,7 +29,7 @@ TEST(ScaleBuffer, ScaledAlphaIsOpaqueOnlyWhereAllFourSourcesAre) {
   }
   rgba[(1 * 4 + 3) * 4 + 3] = 0;  // one source of the top right square is clear
   rgba[(2 * 4 + 0) * 4 + 3] = 0xF0;  // the bottom left square: 255 & 0xF0
-  const Bytes out = Take(ImagePipeline::ScaleBuffer(2, 2, 2, 4, 4, rgba.data()), 2 * 2 * 4);
+  const Bytes out = Take(imgtest::Store().ScaleBuffer(2, 2, 2, 4, 4, rgba.data()), 2 * 2 * 4);
   EXPECT_EQ(255, out[0 * 4 + 3]);
   EXPECT_EQ(0, out[1 * 4 + 3]);
   EXPECT_EQ(0xF0, out[2 * 4 + 3]);
@@ -48,7 +47,7 @@ TEST(ScaleBuffer, EnlargingMixesBilinearlyAndReadsOneRowPastTheSource) {
   Bytes rgb;
   for (auto& row : grid)
     for (int v : row) rgb.insert(rgb.end(), {uint8_t(v), uint8_t(v), uint8_t(v)});
-  const Bytes out = Take(ImagePipeline::ScaleBuffer(4, 4, 1, 2, 2, rgb.data()), 4 * 4 * 3);
+  const Bytes out = Take(imgtest::Store().ScaleBuffer(4, 4, 1, 2, 2, rgb.data()), 4 * 4 * 3);
   const int expected[4][4] = {{0, 50, 100, 100}, {100, 85, 70, 70}, {200, 120, 40, 40}, {105, 67, 30, 30}};
   for (int y = 0; y < 4; ++y)
     for (int x = 0; x < 4; ++x)
@@ -57,8 +56,8 @@ TEST(ScaleBuffer, EnlargingMixesBilinearlyAndReadsOneRowPastTheSource) {
 
 TEST(ScaleBuffer, AnyFormatButTwoIsRGB) {
   Bytes rgb = imgtest::Pattern(6 * 6 * 3);
-  const Bytes a = Take(ImagePipeline::ScaleBuffer(3, 3, 1, 6, 6, rgb.data()), 27);
-  const Bytes b = Take(ImagePipeline::ScaleBuffer(3, 3, 0, 6, 6, rgb.data()), 27);
+  const Bytes a = Take(imgtest::Store().ScaleBuffer(3, 3, 1, 6, 6, rgb.data()), 27);
+  const Bytes b = Take(imgtest::Store().ScaleBuffer(3, 3, 0, 6, 6, rgb.data()), 27);
   EXPECT_EQ(a, b);
   for (int y = 0; y < 3; ++y)
     for (int x = 0; x < 3; ++x)
@@ -67,9 +66,9 @@ TEST(ScaleBuffer, AnyFormatButTwoIsRGB) {
 
 TEST(ScaleBufferDeathTest, ZeroSizeFailsTheAssertion) {
   Bytes rgb(12, 0);
-  EXPECT_DEATH(ImagePipeline::ScaleBuffer(0, 2, 1, 2, 2, rgb.data()),
-               zvtest::Literal("Src/MediaCenter/ImagePipeline.cpp:") + "[0-9]+" +
-                   zvtest::Literal(": static uint8* ImagePipeline::ScaleBuffer(int, int, int, int, int, uint8*): "
+  EXPECT_DEATH(imgtest::Store().ScaleBuffer(0, 2, 1, 2, 2, rgb.data()),
+               zvtest::Literal("Src/MediaCenter/MediaCenter.cpp:") + "[0-9]+" +
+                   zvtest::Literal(": uint8* MediaCenter::ScaleBuffer(int, int, int, int, int, uint8*): "
                                    "Assertion `newWidth != 0 && newHeight != 0 && oldWidth != 0 && oldHeight != 0' "
                                    "failed."));
 }
@@ -77,7 +76,7 @@ TEST(ScaleBufferDeathTest, ZeroSizeFailsTheAssertion) {
 Bytes Rotate(const Bytes& src, int width, int height, int angle, int bpp, int* outWidth, int* outHeight) {
   Bytes dst(src.size(), 0);
   Bytes copy = src;
-  ImagePipeline::RotateBuf(dst.data(), copy.data(), *outWidth, *outHeight, width, height, angle, bpp);
+  imgtest::Store().RotateBuf(dst.data(), copy.data(), *outWidth, *outHeight, width, height, angle, bpp);
   return dst;
 }
 
@@ -139,28 +138,28 @@ TEST(RotateBuf, OtherPixelSizesCopyThreeBytesAtTheirOwnStep) {
 TEST(RotateBufDeathTest, OtherAngleFailsTheAssertion) {
   Bytes src(12, 0), dst(12, 0);
   int w = 0, h = 0;
-  EXPECT_DEATH(ImagePipeline::RotateBuf(dst.data(), src.data(), w, h, 2, 2, 45, 3),
-               zvtest::Literal("Src/MediaCenter/ImagePipeline.cpp:") + "[0-9]+" +
-                   zvtest::Literal(": static void ImagePipeline::RotateBuf(uint8*, uint8*, int&, int&, int, int, int, "
+  EXPECT_DEATH(imgtest::Store().RotateBuf(dst.data(), src.data(), w, h, 2, 2, 45, 3),
+               zvtest::Literal("Src/MediaCenter/MediaCenter.cpp:") + "[0-9]+" +
+                   zvtest::Literal(": void MediaCenter::RotateBuf(uint8*, uint8*, int&, int&, int, int, int, "
                                    "int): Assertion `0' failed."));
 }
 
 TEST(RotateBufDeathTest, NullArrayFailsTheAssertion) {
   Bytes src(12, 0);
   int w = 0, h = 0;
-  EXPECT_DEATH(ImagePipeline::RotateBuf(nullptr, src.data(), w, h, 2, 2, 90, 3),
+  EXPECT_DEATH(imgtest::Store().RotateBuf(nullptr, src.data(), w, h, 2, 2, 90, 3),
                zvtest::Literal("Assertion `dst && src' failed."));
 }
 
 TEST(KernelBSpline, CubicBSplineWeights) {
-  EXPECT_FLOAT_EQ(4.0f * 0.16666667f, ImagePipeline::KernelBSpline(0.0f));
-  EXPECT_FLOAT_EQ(0.16666667f, ImagePipeline::KernelBSpline(1.0f));
-  EXPECT_FLOAT_EQ(0.16666667f, ImagePipeline::KernelBSpline(-1.0f));
-  EXPECT_FLOAT_EQ(0.125f * 0.16666667f, ImagePipeline::KernelBSpline(1.5f));
-  EXPECT_FLOAT_EQ(0.125f * 0.16666667f, ImagePipeline::KernelBSpline(-1.5f));
-  EXPECT_FLOAT_EQ(0.0f, ImagePipeline::KernelBSpline(2.0f));
-  EXPECT_EQ(0.0f, ImagePipeline::KernelBSpline(2.0001f));
-  EXPECT_EQ(0.0f, ImagePipeline::KernelBSpline(-2.5f));
+  EXPECT_FLOAT_EQ(4.0f * 0.16666667f, imgtest::Store().KernelBSpline(0.0f));
+  EXPECT_FLOAT_EQ(0.16666667f, imgtest::Store().KernelBSpline(1.0f));
+  EXPECT_FLOAT_EQ(0.16666667f, imgtest::Store().KernelBSpline(-1.0f));
+  EXPECT_FLOAT_EQ(0.125f * 0.16666667f, imgtest::Store().KernelBSpline(1.5f));
+  EXPECT_FLOAT_EQ(0.125f * 0.16666667f, imgtest::Store().KernelBSpline(-1.5f));
+  EXPECT_FLOAT_EQ(0.0f, imgtest::Store().KernelBSpline(2.0f));
+  EXPECT_EQ(0.0f, imgtest::Store().KernelBSpline(2.0001f));
+  EXPECT_EQ(0.0f, imgtest::Store().KernelBSpline(-2.5f));
 }
 
 }  // namespace
