@@ -158,7 +158,10 @@ void YGUIRawImage::LoadPixelDataWithPalette(ImageData& CurImageData) {
   if (format < 1 || format > 5) assert(0);
 
   const unsigned char* data = CurImageData.mData;
-  const size_t available = size_t(CurImageData.mDataSize);
+  // What the loader holds: the palette at the file's colour size, then the
+  // indices. Nothing past it is read.
+  const int colourBytes = CurImageData.mBitsPerPixel > 0 ? CurImageData.mBitsPerPixel / 8 : 0;
+  const size_t available = size_t(entries) * colourBytes + (paletteType == 1 ? pixels / 2 : pixels);
   const size_t paletteBytes = size_t(entries) * entrySize;
   const unsigned char* indices = data + paletteBytes;
   const size_t indexBytes = available > paletteBytes ? available - paletteBytes : 0;
