@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "solva/AppManager.h"
+#include "solva/Audio.h"
 #include "solva/Capture.h"
 #include "solva/Clock.h"
 #include "solva/Device.h"
@@ -42,10 +43,14 @@ bool Simulator::SetUpDevice(std::string* error) {
   } else if (mOptions.mic != "default" && !solva::SetMicSource(solva::MicSource::File, mOptions.mic, error)) {
     return false;
   }
+  // A headless run's speaker is a file or nothing: there is no real time to play in.
+  const std::string speaker = mOptions.headless && mOptions.speaker == "default" ? "none" : mOptions.speaker;
+  if (!solva::SetSpeaker(speaker, error)) return false;
   mVirtualClock = mOptions.headless;
   solva::SetClockMode(mVirtualClock ? solva::ClockMode::Virtual : solva::ClockMode::Real);
   printf("solva-sim: device root %s, player %d\n", solva::DeviceRoot().c_str(), mOptions.player);
-  printf("solva-sim: microphone %s\n", mOptions.mic == "none" ? "absent" : mOptions.mic.c_str());
+  printf("solva-sim: microphone %s, speaker %s\n", mOptions.mic == "none" ? "absent" : mOptions.mic.c_str(),
+         solva::SpeakerName().c_str());
   printf("solva-sim: %s at %d frames per second\n",
          mVirtualClock ? "headless, on the virtual clock" : "real time", mOptions.fps);
   return true;
@@ -73,6 +78,7 @@ void Simulator::Frame() {
   }
   // The devices catch up with the clock before the title looks at them.
   solva::PumpCapture();
+  solva::PumpAudio();
   mApp->Update();
   if (solva::PopAppRequested()) mTitleEnded = true;
 }
@@ -191,6 +197,7 @@ void Simulator::End() {
     mSuspended = false;
   }
   mApp->Exit();
+  solva::CloseSpeaker();
   const std::string answer = mParams ? mParams->ToString() : "null";
   printf("answer: %s\n", answer.c_str());
   fflush(stdout);

@@ -4,6 +4,7 @@
 #include <string.h>
 
 #include "AtomicFile.h"
+#include "SolvaFileOps.h"
 
 namespace {
 // Strings longer than this are checked against the bytes left in the file.
@@ -90,18 +91,33 @@ unsigned char File::readChar() {
   return value;
 }
 
-unsigned File::writeInt(int value) { return fwrite(&value, sizeof value, 1, mStream); }
+// Each write is reported to the device, whose power-cut switch counts it.
+unsigned File::writeInt(int value) {
+  const unsigned done = fwrite(&value, sizeof value, 1, mStream);
+  solvaFileWritten();
+  return done;
+}
 
-unsigned File::writeUInt(unsigned value) { return fwrite(&value, sizeof value, 1, mStream); }
+unsigned File::writeUInt(unsigned value) {
+  const unsigned done = fwrite(&value, sizeof value, 1, mStream);
+  solvaFileWritten();
+  return done;
+}
 
-unsigned File::write(const void* data, unsigned size, unsigned count) { return fwrite(data, size, count, mStream); }
+unsigned File::write(const void* data, unsigned size, unsigned count) {
+  const unsigned done = fwrite(data, size, count, mStream);
+  solvaFileWritten();
+  return done;
+}
 
 unsigned File::read(void* data, unsigned size, unsigned count) { return fread(data, size, count, mStream); }
 
 unsigned File::writeString(const char* text) {
   const unsigned length = strlen(text);
   fwrite(&length, sizeof length, 1, mStream);
-  return fwrite(text, length, 1, mStream);
+  const unsigned done = fwrite(text, length, 1, mStream);
+  solvaFileWritten();
+  return done;
 }
 
 std::string File::readString() {

@@ -62,15 +62,25 @@ char* NewText(const char* text, size_t length) {
   return copy;
 }
 
+// A double narrowed to an integer type as the device's conversion does for the
+// values a file should hold; outside them (and for NaN) the result is defined
+// here: the integer part wraps to the type's width, and NaN gives 0.
+template <class T>
+T Narrow(double value) {
+  if (!(value == value)) return 0;
+  if (value >= 9.2e18 || value <= -9.2e18) return 0;
+  return static_cast<T>(static_cast<int64_t>(value));
+}
+
 // A stored number of types 4 to 10, narrowed to its in-memory type.
 void* NewNumber(int type, double value) {
   switch (type) {
-    case eShort: return new int16_t(static_cast<int16_t>(value));
-    case eUShort: return new uint16_t(static_cast<uint16_t>(value));
+    case eShort: return new int16_t(Narrow<int16_t>(value));
+    case eUShort: return new uint16_t(Narrow<uint16_t>(value));
     case eInt:
-    case eLong: return new int32_t(static_cast<int32_t>(value));
+    case eLong: return new int32_t(Narrow<int32_t>(value));
     case eUInt:
-    case eULong: return new uint32_t(static_cast<uint32_t>(value));
+    case eULong: return new uint32_t(Narrow<uint32_t>(value));
     case eFloat: return new float(static_cast<float>(value));
   }
   return 0;

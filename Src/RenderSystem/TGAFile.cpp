@@ -73,6 +73,8 @@ int DecodeRunLength(const unsigned char* data, size_t size, unsigned char* pixel
   return 0;
 }
 
+const size_t kMaxPixelBytes = size_t(64) << 20;
+
 int LoadFromMemory(const unsigned char* data, size_t size, BMPData* out) {
   unsigned char header[kHeaderSize];
   memset(header, 0, sizeof header);
@@ -88,6 +90,9 @@ int LoadFromMemory(const unsigned char* data, size_t size, BMPData* out) {
   out->bitsPerPixel = bits;
 
   const size_t count = width * height;
+  // The device has far less memory than a header may ask for; a picture beyond
+  // what it could hold is answered as the device would: no memory.
+  if (count * bytes > kMaxPixelBytes) return -1;
   // Cleared: a header of an unknown kind leaves the picture blank, not undefined.
   unsigned char* pixels = new (std::nothrow) unsigned char[count * bytes]();
   if (pixels == 0) return -1;

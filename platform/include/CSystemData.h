@@ -20,6 +20,10 @@ class CSystemData {
   Glib::ustring GetLocalDataPath(tPlayerID player, const Glib::ustring& sub) const;
   // The folder `sub` of the upload area, ending in a slash.
   Glib::ustring GetUploadDataPath(const Glib::ustring& sub) const;
+  // The path of the font file `name`: the title's own fonts first (its folder, res/,
+  // res/Fonts/, Fonts/), then the device's (ROOT/Fonts/ and the system's font
+  // folders); a font found nowhere gives DejaVu Sans.
+  static Glib::ustring FindFont(const Glib::ustring& name);
 
  private:
   CSystemData() = default;

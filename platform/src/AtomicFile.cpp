@@ -1,5 +1,8 @@
 #include "AtomicFile.h"
 
+#include "FaultInjection.h"
+#include "solva/FaultInjection.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -51,15 +54,14 @@ bool CopyInto(int from, int to) {
 }
 
 void SyncFolder(const std::string& folder) {
+  if (!solva::SyncWrites()) return;
   const int fd = open(folder.c_str(), O_RDONLY | O_DIRECTORY);
   if (fd < 0) return;
   fsync(fd);
   close(fd);
 }
 
-}  // namespace
-
-FILE* fopenAtomic(const char* path, const char* mode) {
+FILE* OpenAtomic(const char* path, const char* mode) {
   if (path == nullptr || mode == nullptr || (mode[0] != 'w' && mode[0] != 'a')) {
     errno = EINVAL;
     return nullptr;
@@ -101,19 +103,23 @@ FILE* fopenAtomic(const char* path, const char* mode) {
   return stream;
 }
 
-int fcloseAtomic(FILE* stream) {
+int CloseAtomic(FILE* stream, bool* counted) {
   if (stream == nullptr) return EOF;
   Pending pending;
   {
     std::lock_guard<std::mutex> lock(gPendingLock);
     auto found = PendingStreams().find(stream);
-    if (found == PendingStreams().end()) return fclose(stream);
+    if (found == PendingStreams().end()) {
+      // Not a replacement: a plain close, which is no operation of the disk's own.
+      *counted = false;
+      return fclose(stream);
+    }
     pending = std::move(found->second);
     PendingStreams().erase(found);
   }
 
   bool ok = fflush(stream) == 0;
-  ok = fsync(fileno(stream)) == 0 && ok;
+  if (solva::SyncWrites()) ok = fsync(fileno(stream)) == 0 && ok;
   ok = fclose(stream) == 0 && ok;
   if (!ok) {
     unlink(pending.temp.c_str());
@@ -127,4 +133,25 @@ int fcloseAtomic(FILE* stream) {
   }
   SyncFolder(FolderOf(pending.target));
   return 0;
+}
+
+}  // namespace
+
+// Each open and each finish is one file operation of the device, whether it
+// worked or not: the power can go between any two.
+FILE* fopenAtomic(const char* path, const char* mode) {
+  FILE* stream = OpenAtomic(path, mode);
+  const int saved = errno;
+  solva::detail::FileOperationDone();
+  errno = saved;
+  return stream;
+}
+
+int fcloseAtomic(FILE* stream) {
+  bool counted = stream != nullptr;
+  const int result = CloseAtomic(stream, &counted);
+  const int saved = errno;
+  if (counted) solva::detail::FileOperationDone();
+  errno = saved;
+  return result;
 }

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "FaultInjection.h"
 #include "Storage.h"
 #include "solva/Device.h"
 
@@ -53,9 +54,19 @@ bool BaseUtils::CreateDirectory(const Glib::ustring& path) const {
   return mkdir(path.c_str(), 0755) == 0 || (errno == EEXIST && FileIsDir(path));
 }
 
+namespace {
+// One removal is one file operation of the device: the power can go after it.
+bool Removed(int result) {
+  const int saved = errno;
+  solva::detail::FileOperationDone();
+  errno = saved;
+  return result == 0;
+}
+}  // namespace
+
 bool BaseUtils::RM(const Glib::ustring& path) const {
-  if (FileIsDir(path)) return rmdir(path.c_str()) == 0;
-  return unlink(path.c_str()) == 0;
+  if (FileIsDir(path)) return Removed(rmdir(path.c_str()));
+  return Removed(unlink(path.c_str()));
 }
 
 bool BaseUtils::RMTree(const Glib::ustring& path) const {
@@ -71,9 +82,9 @@ bool BaseUtils::RMTree(const Glib::ustring& path) const {
         },
         kFileSelectAll, &entries);
     for (const std::string& entry : entries) RMTree(entry);
-    return rmdir(path.c_str()) == 0;
+    return Removed(rmdir(path.c_str()));
   }
-  return unlink(path.c_str()) == 0;
+  return Removed(unlink(path.c_str()));
 }
 
 U32 BaseUtils::GetBulkFreeBytes() const {

@@ -370,6 +370,24 @@ TEST_F(ConfigFileTest, ParIntStoredAsDoubleIsNarrowedByPlainConversion) {
   EXPECT_EQ(-3, value);
 }
 
+TEST_F(ConfigFileTest, ParNumbersBeyondTheirTypeAreNarrowedWithoutFault) {
+  ParBytes par;
+  par.node("t", 0, 4).number("s", 4, 70000.0).number("u", 7, -1.0).number("big", 6, 1e300).number(
+      "nan", 6, std::nan(""));
+  ASSERT_TRUE(LoadPar(par));
+  short s = 0;
+  ASSERT_TRUE(config.getProperty_Short("t.s", s));
+  EXPECT_EQ(short(70000 - 65536), s);  // the integer part wraps to 16 bits
+  unsigned u = 0;
+  ASSERT_TRUE(config.getProperty_UInt("t.u", u));
+  EXPECT_EQ(0xFFFFFFFFu, u);
+  int i = 7;
+  ASSERT_TRUE(config.getProperty_Int("t.big", i));
+  EXPECT_EQ(0, i);
+  ASSERT_TRUE(config.getProperty_Int("t.nan", i));
+  EXPECT_EQ(0, i);
+}
+
 TEST_F(ConfigFileTest, ParEndingRightAfterTheLastChildEndsAtEndOfFile) {
   ParBytes par;
   par.node("top", 2, 1).number("x", 6, 1);

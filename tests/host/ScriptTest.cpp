@@ -40,6 +40,8 @@ struct BadLine {
   const char* message;
 };
 
+void PrintTo(const BadLine& value, std::ostream* out) { *out << value.text; }
+
 class ScriptErrorTest : public testing::TestWithParam<BadLine> {};
 
 TEST_P(ScriptErrorTest, NamesTheLineAndTheMistake) {

@@ -58,6 +58,14 @@ TEST(TGAFile, RunLengthOfExactlyTheImageSizeDecodes) {
   EXPECT_EQ(Bytes({30, 20, 10, 30, 20, 10, 30, 20, 10, 30, 20, 10, 3, 2, 1, 6, 5, 4}), imgtest::Span(tga.data.pixels, 18));
 }
 
+TEST(TGAFile, APictureLargerThanTheDevicesMemoryIsNoMemory) {
+  // 65535 x 65535 at 32 bits: a header of a few bytes asking for 16 GiB.
+  const Bytes file = Header(2, 65535, 65535, 32, 0x20);
+  Loaded tga;
+  EXPECT_EQ(-1, LoadTGAFromMemory(file.data(), unsigned(file.size()), &tga.data));
+  EXPECT_EQ(nullptr, tga.data.pixels);
+}
+
 TEST(TGAFile, OneExtraPixelInTheLastRunPacketGivesMinusTwo) {
   const Bytes file = Cat(Header(10, 3, 2, 24, 0x20), {0x81, 1, 1, 1, 0x84, 2, 2, 2});
   Loaded tga;

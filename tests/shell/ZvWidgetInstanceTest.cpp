@@ -230,6 +230,8 @@ struct FailedRegistration {
   int buttonListeners;
 };
 
+void PrintTo(const FailedRegistration& value, std::ostream* out) { *out << "registration " << value.nth; }
+
 class FailedRegistrationTest : public ShellTest, public testing::WithParamInterface<FailedRegistration> {};
 
 TEST_P(FailedRegistrationTest, LeavesEnterEarlyWithoutTheLaterListenersAndWithoutTheClock) {
@@ -279,6 +281,8 @@ struct ExitCase {
   bool lowBattery;
   int reason;
 };
+
+void PrintTo(const ExitCase& value, std::ostream* out) { *out << "code " << value.code; }
 
 class ExitReasonTest : public ShellTest, public testing::WithParamInterface<ExitCase> {};
 

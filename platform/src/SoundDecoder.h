@@ -1,0 +1,22 @@
+#pragma once
+// Reading sound files (WAV, Ogg Vorbis and whatever else libsndfile reads) into
+// one channel of float samples.
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace solva {
+namespace detail {
+
+struct DecodedSound {
+  std::vector<float> samples;  // mono, -1 to 1
+  int rate = 0;                // frames per second of the file
+};
+
+// The sound of `path`, or null with a message in `error`. Recently read files
+// are kept, so a sound effect played again is not read again unless its file
+// changed.
+std::shared_ptr<const DecodedSound> DecodeSoundFile(const std::string& path, std::string* error);
+
+}  // namespace detail
+}  // namespace solva
