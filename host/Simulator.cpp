@@ -1,5 +1,7 @@
 #include "Simulator.h"
 
+#include <sys/stat.h>
+
 #include <unistd.h>
 
 #include <chrono>
@@ -8,11 +10,14 @@
 #include <fstream>
 #include <thread>
 
+#include "Window.h"
+
 #include "solva/AppManager.h"
 #include "solva/Audio.h"
 #include "solva/Capture.h"
 #include "solva/Clock.h"
 #include "solva/Device.h"
+#include "solva/Display.h"
 #include "solva/Events.h"
 
 namespace {
@@ -43,9 +48,30 @@ bool Simulator::SetUpDevice(std::string* error) {
   } else if (mOptions.mic != "default" && !solva::SetMicSource(solva::MicSource::File, mOptions.mic, error)) {
     return false;
   }
+  // The screen: a window where there is a display and one was asked for.
+  mWindow = false;
+  if (!mOptions.headless) {
+    solva::DisplayOptions display;
+    display.windowTitle = "solva-sim: " + mLoader.PluginPath();
+    std::string why;
+    if (solva::SetDisplayBackend("sdl", display, &why)) {
+      mWindow = true;
+    } else {
+      printf("solva-sim: no window (%s); running headless\n", why.c_str());
+      mOptions.headless = true;
+    }
+  }
+  if (!mWindow) solva::SetDisplayBackend("headless");
+  printf("solva-sim: display backend %s\n", solva::DisplayBackendName().c_str());
+  if (!mOptions.shotsDir.empty()) mkdir(mOptions.shotsDir.c_str(), 0755);
   // A headless run's speaker is a file or nothing: there is no real time to play in.
   const std::string speaker = mOptions.headless && mOptions.speaker == "default" ? "none" : mOptions.speaker;
-  if (!solva::SetSpeaker(speaker, error)) return false;
+  if (!solva::SetSpeaker(speaker, error)) {
+    if (speaker != "default") return false;
+    // No sound card is no reason not to run: the title plays to nobody.
+    printf("solva-sim: no speaker (%s); sound goes nowhere\n", error->c_str());
+    solva::SetSpeaker("none");
+  }
   mVirtualClock = mOptions.headless;
   solva::SetClockMode(mVirtualClock ? solva::ClockMode::Virtual : solva::ClockMode::Real);
   printf("solva-sim: device root %s, player %d\n", solva::DeviceRoot().c_str(), mOptions.player);
@@ -166,8 +192,7 @@ bool Simulator::RunScript(std::string* error) {
         solva::SetFreeBytes(command.number);
         break;
       case ScriptCommand::Screenshot:
-        printf("solva-sim: %s:%d: the screen is not simulated yet; no screenshot written to %s\n",
-               mOptions.scriptPath.c_str(), command.line, command.text.c_str());
+        if (!TakeScreenshot(ShotPath(command.text))) return fail("no screenshot written");
         break;
       case ScriptCommand::Exit:
         solva::SetPendingExitCode(uint8_t(command.number));
@@ -178,12 +203,44 @@ bool Simulator::RunScript(std::string* error) {
   return true;
 }
 
+std::string Simulator::ShotPath(const std::string& name) const {
+  if (mOptions.shotsDir.empty() || (!name.empty() && name[0] == '/')) return name;
+  return mOptions.shotsDir + "/" + name;
+}
+
+bool Simulator::TakeScreenshot(const std::string& path) {
+  std::string error;
+  if (!solva::WriteScreenshotPNG(path, &error)) {
+    fprintf(stderr, "solva-sim: %s\n", error.c_str());
+    return false;
+  }
+  printf("solva-sim: screenshot %s\n", path.c_str());
+  return true;
+}
+
 void Simulator::RunUntilTheTitleEnds() {
   using Clock = std::chrono::steady_clock;
   const auto period = std::chrono::microseconds(1000000 / mOptions.fps);
   auto next = Clock::now();
+  WindowInput window;
+  if (mWindow) printf("solva-sim: %s\n", WindowInput::KeyHelp());
   while (!mTitleEnded && !gStopRequested) {
-    Frame();
+    if (mWindow) {
+      WindowInput::Actions actions;
+      window.Poll(&actions);
+      if (actions.quit) break;
+      if (actions.screenshot) TakeScreenshot(ShotPath("solva-" + std::to_string(++mShotCount) + ".png"));
+      if (actions.toggleSuspend) {
+        mSuspended = !mSuspended;
+        printf("solva-sim: %s\n", mSuspended ? "suspended (S resumes)" : "resumed");
+        if (mSuspended) {
+          mApp->Suspend();
+        } else {
+          mApp->Resume();
+        }
+      }
+    }
+    if (!mSuspended) Frame();
     if (!mVirtualClock) {
       next += period;
       std::this_thread::sleep_until(next);

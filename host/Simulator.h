@@ -17,7 +17,7 @@ struct SimOptions {
   int player = 1;
   std::string params;  // JSON text, or @FILE
   std::string answerFile;
-  bool headless = false;
+  bool headless = false;  // no window: the virtual clock
   std::string scriptPath;
   int fps = 30;
   std::string mic = "default";
@@ -44,6 +44,9 @@ class Simulator {
   // Runs the script; false, with a message, on a command that cannot be carried out.
   bool RunScript(std::string* error);
   void RunUntilTheTitleEnds();
+  // Where a screenshot named `name` goes: under --shots when it is relative.
+  std::string ShotPath(const std::string& name) const;
+  bool TakeScreenshot(const std::string& path);
   void End();
 
   SimOptions mOptions;
@@ -57,4 +60,6 @@ class Simulator {
   bool mTitleEnded = false;
   bool mSuspended = false;
   uint32_t mButtons = 0;
+  bool mWindow = false;
+  int mShotCount = 0;
 };

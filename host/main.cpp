@@ -41,9 +41,6 @@ int main(int argc, char** argv) {
     if ((display == nullptr || *display == 0) && (wayland == nullptr || *wayland == 0)) {
       printf("solva-sim: no display; running headless\n");
       options.headless = true;
-    } else {
-      printf("solva-sim: the window is not built yet; running headless\n");
-      options.headless = true;
     }
   }
   Simulator simulator;
