@@ -2,6 +2,8 @@
 // The device's application manager, as a running title sees it.
 #include "PlatformTypes.h"
 
+class CLogFile;
+
 class CAppManager {
  public:
   static CAppManager* Instance();
@@ -10,6 +12,9 @@ class CAppManager {
   void PopApp();
   // Why the manager ends the title, when it ends it itself (0 when it does not).
   U8 GetPendingExitCode() const;
+  // The manager's own log, which also takes the records a title reports about
+  // its levels, tutorials, hints and questions.
+  CLogFile* GetLogFile();
 
  private:
   CAppManager() = default;

@@ -1,8 +1,11 @@
+#include "solva/AppManager.h"
+
 #include <atomic>
 
 #include "CAppManager.h"
+#include "CLogFile.h"
 #include "DeviceReset.h"
-#include "solva/AppManager.h"
+#include "LogFolder.h"
 
 namespace {
 std::atomic<uint8_t> gPendingExitCode{0};
@@ -23,6 +26,11 @@ CAppManager* CAppManager::Instance() {
 void CAppManager::PopApp() { gPopRequested = true; }
 
 U8 CAppManager::GetPendingExitCode() const { return gPendingExitCode; }
+
+CLogFile* CAppManager::GetLogFile() {
+  static CLogFile log(solva::detail::kAppManagerLogName);
+  return &log;
+}
 
 namespace solva {
 void SetPendingExitCode(uint8_t code) { gPendingExitCode = code; }
