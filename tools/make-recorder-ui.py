@@ -229,14 +229,19 @@ def make_pictures():
                       lw * 0.1, lw * 0.06)))
 
     # panel backgrounds: a warm card with a sunny rim and a groove where the bar runs
-    for name, (w, h), groove in (("mic_time_flat", PANEL_H, BAR_SLOT_H), ("mic_time_flat_vert", PANEL_V, BAR_SLOT_V)):
+    # and, where the recording light shines, a small microphone so that the panel's
+    # end isn't bare while the light is off
+    for name, (w, h), groove, light in (("mic_time_flat", PANEL_H, BAR_SLOT_H, CONTROLS_H["bar_red"]),
+                                        ("mic_time_flat_vert", PANEL_V, BAR_SLOT_V, CONTROLS_V["bar_red"])):
         gx, gy = groove
+        lx, ly = light
         write_tga(name,
                   render(w, h, "fill #00000028 stroke none roundrectangle 2,3 %d,%d 18,18 "
                          "fill #FFF6D5 stroke #FFB703 stroke-width 3 roundrectangle 2,2 %d,%d 16,16 "
                          "fill none stroke #FFFFFF stroke-width 2 roundrectangle 6,6 %d,%d 12,12 "
                          "fill #F6E3A6 stroke none roundrectangle %d,%d %d,%d 9,9" %
-                         (w - 1, h - 1, w - 3, h - 4, w - 7, h - 8, gx - 4, gy - 4, gx + BAR[0] + 3, gy + BAR[1] + 3)))
+                         (w - 1, h - 1, w - 3, h - 4, w - 7, h - 8, gx - 4, gy - 4, gx + BAR[0] + 3, gy + BAR[1] + 3) +
+                         " " + microphone(w, h, lx + LIGHT / 2.0, ly + 1, 0.42)))
 
     # pop-ups: a full-screen sky with bubbles, a white card with words, a picture
     for name, (w, h) in (("pop_sky_hori", (480, 272)), ("pop_sky_vert", (272, 480))):
@@ -281,9 +286,9 @@ def make_pictures():
               render(pw, ph, microphone(pw, ph, mx, 12, 1.2) +
                      " fill none stroke #E63946 stroke-width 7 circle %.1f,%.1f %.1f,%.1f "
                      "line %.1f,%.1f %.1f,%.1f" % (mx, 50, mx + 44, 50, mx - 31, 50 - 31, mx + 31, 50 + 31)))
-    mic = microphone(pw, ph, pw / 2.0 - 22, 12, 1.2)
     # gallery full: the microphone beside a box heaped with notes
-    bx = pw / 2.0 + 12
+    mic = microphone(pw, ph, pw / 2.0 - 34, 12, 1.2)
+    bx = pw / 2.0 - 2
     notes = " ".join(
         "fill %s stroke none ellipse %.1f,%.1f 5,4 0,360 fill none stroke %s stroke-width 2 line %.1f,%.1f %.1f,%.1f" %
         (col, x, y, col, x + 4, y, x + 4, y - 15) for col, x, y in (("#3A86FF", bx + 6, 48), ("#A855F7", bx + 22, 40),
@@ -439,11 +444,10 @@ def popup_layout(path, comment, sky, card, card_size, picture, button_name, butt
     cw, ch = card_size
     cx, cy = (sw - cw) // 2, (sh - ch) // 2
     pw, ph = POP_PICTURE
-    px, py = (sw - pw) // 2, cy + (112 if not vertical else 138)
+    px, py = (sw - pw) // 2, cy + 108
     b = POP_BUTTON
     bx, by = (cx + cw - b - 14, cy + ch - b - 14) if not vertical else ((sw - b) // 2, cy + ch - b - 16)
     if not vertical:
-        px = cx + 24
         py = cy + ch - ph - 14
     lines = ['<?xml version="1.0" encoding="utf-8"?>', "<!-- %s -->" % comment, '<Page x="0" y="0">']
     lines += element("Image", "sky", 0, 0, 0, sw, sh, sky + ".tga")
