@@ -150,10 +150,10 @@ def button(kind, size, state):
     parts = []
     if state == "focus":
         # a warm halo around a slightly smaller, brighter button
-        parts.append("fill #FFD60A stroke none circle %.1f,%.1f %.1f,%.1f" % (c, c, c + size / 2.0 - 0.2, c))
-        parts.append("fill #FFF3B0 stroke none circle %.1f,%.1f %.1f,%.1f" % (c, c, c + size / 2.0 - 2.2, c))
+        parts.append("fill #FF9E00 stroke none circle %.1f,%.1f %.1f,%.1f" % (c, c, c + size / 2.0 - 0.2, c))
+        parts.append("fill #FFFFFF stroke none circle %.1f,%.1f %.1f,%.1f" % (c, c, c + size / 2.0 - 3.6, c))
         face = lighter(face, 0.25)
-        r -= 2.5
+        r -= 3.2
     if state == "disable":
         ring, face, mark = "#A0A0A0", "#D4D4D4", "#F4F4F4"
     # a soft shadow under the face, then ring, face, gloss and the symbol

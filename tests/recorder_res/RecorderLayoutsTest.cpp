@@ -3,6 +3,7 @@
 // out so that the bar the scene places from the record button sits in its slot.
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <vector>
 
 #include "RecorderResSupport.h"
@@ -31,6 +32,8 @@ const PanelGeometry kPanels[] = {
     {"menu_mic_widget.xml", 480, 272, 48, 16},
     {"menu_mic_widget_vert.xml", 272, 480, -179, -22},
 };
+
+void PrintTo(const PanelGeometry& g, std::ostream* out) { *out << g.file; }
 
 class PanelLayoutTest : public testing::TestWithParam<PanelGeometry> {};
 
@@ -163,6 +166,8 @@ const PopupLayout kPopups[] = {
     {"GalleryFullHorizontal", "menu_pop_up_gall_full_hori.xml", "back", 480, 272},
     {"GalleryFullVertical", "menu_pop_up_gall_full_vert.xml", "back", 272, 480},
 };
+
+void PrintTo(const PopupLayout& p, std::ostream* out) { *out << p.file; }
 
 class PopupLayoutTest : public testing::TestWithParam<PopupLayout> {};
 

@@ -171,6 +171,24 @@ TEST_F(RecorderScreensRenderTest, ReadyPanelHeldFlatShowsBackRecordAndAGreyedPla
   EXPECT_TRUE(Near(kBarGroove, AtGrid(barX + 100, barY + 9)));
 }
 
+// While a hint plays, the scene keeps the focus on the button it speaks of: the
+// button is lit with a yellow halo.
+TEST_F(RecorderScreensRenderTest, HintLightsTheRecordButtonWithAYellowHalo) {
+  Start(kPanelH, kPanelV, 0);
+  Show(PanelState::Ready);
+  Draw();
+  const Rgba unlit = AtControl("record", 1, 22);
+  menu->mCurrentGrid->RequestFocus(&Control("record"));
+  Frame(*menu);
+  Draw();
+  DrawBar(0.0f);
+  Keep("panel-flat-hint");
+  const Rgba kHalo = {255, 158, 0, 255};
+  EXPECT_TRUE(Near(kHalo, AtControl("record", 1, 22)));
+  EXPECT_FALSE(Near(kHalo, unlit));
+  EXPECT_TRUE(Near(kRecordDot, AtControl("record", 22, 22)));
+}
+
 TEST_F(RecorderScreensRenderTest, RecordingPanelHeldFlatShowsStopTheLightAndTheBarFilling) {
   Start(kPanelH, kPanelV, 0);
   Show(PanelState::Recording);
