@@ -49,7 +49,7 @@ enum class PanelState { Ready, Recording, Playing };
 
 class RecorderScreensRenderTest : public testing::Test {
  protected:
-  void Start(const std::string& horizontal, const std::string& vertical, int orientation) {
+  void Start(const std::string& horizontal, const std::string& vertical, int orientation, bool runIn = true) {
     device.reset(new DeviceInput(orientation));
     testing::internal::CaptureStdout();
     layer = dynamic_cast<ZvCanvasRGBALayer*>(factory.CreateRGBALayer(0, 0, 480, 272));
@@ -58,6 +58,7 @@ class RecorderScreensRenderTest : public testing::Test {
     menu.reset(new RecordingMenu(horizontal, vertical));
     ygtest::ScopedWorkDir work(restest::TitleRoot());
     menu->EnterScene();
+    if (!runIn) return;
     for (int i = 0; i < 60 && menu->mMenuState != YGUI::eMenu_Running; ++i) Frame(*menu);
     ASSERT_EQ(YGUI::eMenu_Running, menu->mMenuState);
     menu->StopCurAnime();  // rest the "loop" on its last pose
@@ -169,6 +170,30 @@ TEST_F(RecorderScreensRenderTest, ReadyPanelHeldFlatShowsBackRecordAndAGreyedPla
   EXPECT_TRUE(Near(kPanel, AtControl("mic_time_flat", 55, 30)));
   EXPECT_TRUE(Near(kNothing, AtGrid(470, 200), 0));
   EXPECT_TRUE(Near(kBarGroove, AtGrid(barX + 100, barY + 9)));
+}
+
+// Coming in, the buttons grow from their middles: the toolkit scales about the
+// quarter point, and the key frames' offsets put the middle back.
+TEST_F(RecorderScreensRenderTest, ButtonsPopInAboutTheirMiddles) {
+  Start(kPanelH, kPanelV, 0, false);
+  ASSERT_EQ(YGUI::eMenu_InAnime, menu->mMenuState);
+  Show(PanelState::Ready);  // as the scene has it when it enters
+  int grown = 0;
+  for (int i = 0; i < 14 && menu->mMenuState == YGUI::eMenu_InAnime; ++i) {
+    Frame(*menu);
+    for (const char* name : {"back", "record", "play"}) {
+      YGUIControl& c = Control(name);
+      if (c.mRenderWidth != c.GetWidth()) ++grown;
+      const int middleX = 2 * c.GetRenderLeft() + c.mRenderWidth, middleY = 2 * c.GetRenderTop() + c.mRenderHeight;
+      EXPECT_NEAR(2 * c.GetPositionX() + c.GetWidth(), middleX, 3) << name << " frame " << i;
+      EXPECT_NEAR(2 * c.GetPositionY() + c.GetHeight(), middleY, 3) << name << " frame " << i;
+    }
+    if (i == 5) {
+      Draw();
+      Keep("panel-flat-coming-in");
+    }
+  }
+  EXPECT_GT(grown, 6);
 }
 
 // While a hint plays, the scene keeps the focus on the button it speaks of: the
