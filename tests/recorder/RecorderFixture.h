@@ -201,8 +201,10 @@ class RecorderTest : public testing::Test {
 
   // Launch parameters to give the title; set before Start.
   Catalog::Value& Params() {
-    if (!mParams) mParams.reset(new Catalog::CJSonFile());
-    mParams->GetRoot() = Catalog::Value::Object();
+    if (!mParams) {
+      mParams.reset(new Catalog::CJSonFile());
+      mParams->GetRoot() = Catalog::Value::Object();
+    }
     return mParams->GetRoot();
   }
 
@@ -220,6 +222,15 @@ class RecorderTest : public testing::Test {
   void Exit() {
     mApp->Exit();
     mExited = true;
+  }
+  // Ends this run of the title so that another can start on the same device.
+  void EndRun() {
+    if (!mExited) Exit();
+    mApp.reset();
+    delete XFontManager::instance_;
+    XFontManager::instance_ = nullptr;
+    ASSERT_EQ(0, chdir(mWorkingPath.c_str()));
+    mEntered = mExited = false;
   }
 
   // One frame of `ms`, as the application manager runs it.

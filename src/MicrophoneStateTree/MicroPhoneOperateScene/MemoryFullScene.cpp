@@ -12,7 +12,8 @@ MemoryFullScene::MemoryFullScene(GameState* owner)
       mCanvasMenuLayerRef(0),
       mCanvasRenderRef(0) {}
 
-MemoryFullScene::~MemoryFullScene() {}
+// ExitScene leaves the grids; they go with the scene.
+MemoryFullScene::~MemoryFullScene() { YGUIMenu::Destroy(); }
 
 void MemoryFullScene::EnterScene() {
   YGUIMenu::EnterScene();
