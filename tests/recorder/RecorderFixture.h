@@ -279,7 +279,8 @@ class RecorderTest : public testing::Test {
   // Presses at a grid point for one frame and lets go over the next.
   void TapGrid(int gx, int gy) {
     int x = 0, y = 0;
-    ToScreen(solva::Orientation(), gx, gy, &x, &y);
+    YGUIMenu* menu = dynamic_cast<YGUIMenu*>(Top());
+    ToScreen(menu ? int(menu->mOrientation) : solva::Orientation(), gx, gy, &x, &y);
     solva::QueueTouch(true, x, y);
     Frame();
     solva::QueueTouch(false, x, y);
