@@ -26,6 +26,7 @@
 #include "Sound/AudioDevice.h"
 #include "VT/ZvMicrophoneWidgetInstance.h"
 #include "YGUI/YGUIControl.h"
+#include "YGUI/YGUIMessage.h"
 #include "ZvMicrophone.h"
 #include "solva/AppManager.h"
 #include "solva/Audio.h"
