@@ -119,3 +119,19 @@ TEST_F(PopupAnimationTest, APressDuringTheFullGalleryPopupsAnimationIsIgnored) {
 }
 
 }  // namespace
+
+namespace {
+
+using recorder::RecorderTest;
+
+TEST_F(RecorderTest, RecordingPlaysTheRecordingAnimationOnBothGridsAndStopTheStopAnimation) {
+  Start();
+  StartRecording();
+  EXPECT_EQ("recording", Scene().mHorizontalGrid->mCurrentAnime);
+  EXPECT_EQ("recording", Scene().mVerticalGrid->mCurrentAnime);
+  Tap("stop");
+  EXPECT_EQ("stop", Scene().mHorizontalGrid->mCurrentAnime);
+  EXPECT_EQ("stop", Scene().mVerticalGrid->mCurrentAnime);
+}
+
+}  // namespace
