@@ -112,6 +112,9 @@ void MicManager::Destroy() {
 
   mAudioDevice->unPauseAll();
   mAudioDevice->stopAll();
+  // Stopped cues stay listed, pointing into the project, until an update lets
+  // them go; they go now, before the project is deleted under them.
+  mAudioDevice->update(0);
   mAudioDevice->Destroy();
   AudioDevice::sDestroy();
   mAudioDevice = 0;
