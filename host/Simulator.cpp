@@ -34,6 +34,8 @@ std::string AbsolutePath(const std::string& path) {
 }  // namespace
 
 bool Simulator::SetUpDevice(std::string* error) {
+  char here[4096] = {0};
+  mStartFolder = getcwd(here, sizeof here) ? here : ".";
   solva::ResetDevice();
   if (!mOptions.root.empty() && !solva::SetDeviceRoot(AbsolutePath(mOptions.root), error)) return false;
   solva::SetCurrentPlayer(mOptions.player);
@@ -63,7 +65,13 @@ bool Simulator::SetUpDevice(std::string* error) {
   }
   if (!mWindow) solva::SetDisplayBackend("headless");
   printf("solva-sim: display backend %s\n", solva::DisplayBackendName().c_str());
-  if (!mOptions.shotsDir.empty()) mkdir(mOptions.shotsDir.c_str(), 0755);
+  // The title works in its own folder: paths given on the command line are taken
+  // from where the simulator was started.
+  if (!mOptions.shotsDir.empty()) {
+    mOptions.shotsDir = AbsolutePath(mOptions.shotsDir);
+    mkdir(mOptions.shotsDir.c_str(), 0755);
+  }
+  if (!mOptions.answerFile.empty()) mOptions.answerFile = AbsolutePath(mOptions.answerFile);
   // A headless run's speaker is a file or nothing: there is no real time to play in.
   const std::string speaker = mOptions.headless && mOptions.speaker == "default" ? "none" : mOptions.speaker;
   if (!solva::SetSpeaker(speaker, error)) {
@@ -204,8 +212,8 @@ bool Simulator::RunScript(std::string* error) {
 }
 
 std::string Simulator::ShotPath(const std::string& name) const {
-  if (mOptions.shotsDir.empty() || (!name.empty() && name[0] == '/')) return name;
-  return mOptions.shotsDir + "/" + name;
+  if (!name.empty() && name[0] == '/') return name;
+  return (mOptions.shotsDir.empty() ? mStartFolder : mOptions.shotsDir) + "/" + name;
 }
 
 bool Simulator::TakeScreenshot(const std::string& path) {

@@ -61,5 +61,6 @@ class Simulator {
   bool mSuspended = false;
   uint32_t mButtons = 0;
   bool mWindow = false;
+  std::string mStartFolder;  // where the simulator was started
   int mShotCount = 0;
 };
