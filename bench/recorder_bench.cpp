@@ -1,0 +1,132 @@
+// The recorder's own costs, in process on the virtual clock with the title's real
+// resources: start-up from Enter to the first drawn frame, and one frame (update
+// and render) while recording and while playing.
+#include <benchmark/benchmark.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "RenderSystem/XFontManager.h"
+#include "VT/ZvMicrophoneWidgetInstance.h"
+#include "solva/Audio.h"
+#include "solva/Capture.h"
+#include "solva/Clock.h"
+#include "solva/Device.h"
+#include "solva/Display.h"
+#include "solva/Events.h"
+
+namespace {
+
+// A fresh device under a temporary root, the title's folder at the sources.
+struct Device {
+  Device() {
+    char pattern[] = "/tmp/zvbench-XXXXXX";
+    root = mkdtemp(pattern) ? pattern : "/tmp";
+    char here[4096] = {0};
+    start = getcwd(here, sizeof here) ? here : ".";
+    solva::ResetDevice();
+    solva::SetDeviceRoot(root);
+    solva::SetTitlePath(ZV_SOURCE_DIR);
+    solva::SetClockMode(solva::ClockMode::Virtual, 1000000);
+    solva::SetFreeBytes(1000000000);
+    solva::SetMicSource(solva::MicSource::Tone);
+    solva::SetDisplayBackend("headless");
+  }
+  ~Device() {
+    delete XFontManager::instance_;
+    XFontManager::instance_ = nullptr;
+    if (chdir(start.c_str()) != 0) abort();
+    solva::ResetDevice();
+    solva::SetClockMode(solva::ClockMode::Real);
+    const std::string remove = "rm -rf '" + root + "'";
+    if (system(remove.c_str()) != 0) abort();
+  }
+  std::string root, start;
+};
+
+// One frame as the host runs it.
+void Frame(ZvMicrophoneWidgetInstance& app) {
+  solva::DeliverEvents();
+  solva::AdvanceClockMicros(33333);
+  solva::PumpCapture();
+  solva::PumpAudio();
+  app.Update();
+}
+
+void Frames(ZvMicrophoneWidgetInstance& app, int count) {
+  for (int i = 0; i < count; ++i) Frame(app);
+}
+
+// A tap at a screen point: down for a frame, then up.
+void Tap(ZvMicrophoneWidgetInstance& app, int x, int y) {
+  solva::QueueTouch(true, x, y);
+  Frame(app);
+  solva::QueueTouch(false, x, y);
+  Frame(app);
+}
+
+// The title's chatter would be measured with it; it goes to /dev/null here.
+struct Quiet {
+  Quiet() : saved(dup(1)) {
+    fflush(stdout);
+    if (freopen("/dev/null", "w", stdout) == nullptr) abort();
+  }
+  ~Quiet() {
+    fflush(stdout);
+    dup2(saved, 1);
+    close(saved);
+  }
+  int saved;
+};
+
+void BM_StartUpToFirstDrawnFrame(benchmark::State& state) {
+  Quiet quiet;
+  for (auto _ : state) {
+    state.PauseTiming();
+    {
+      Device device;
+      ZvMicrophoneWidgetInstance app(nullptr);
+      state.ResumeTiming();
+      app.Enter();
+      Frames(app, 3);  // the third frame is the first that draws
+      state.PauseTiming();
+      app.Exit();
+    }
+    state.ResumeTiming();
+  }
+}
+BENCHMARK(BM_StartUpToFirstDrawnFrame)->Unit(benchmark::kMillisecond);
+
+void BM_FrameWhileRecording(benchmark::State& state) {
+  Quiet quiet;
+  Device device;
+  ZvMicrophoneWidgetInstance app(nullptr);
+  app.Enter();
+  Frames(app, 90);   // the panel is in
+  Tap(app, 80, 30);  // record
+  Frames(app, 30);   // the record cue ends; the capture runs
+  for (auto _ : state) Frame(app);
+  app.Exit();
+}
+// At most 95 seconds of recording: the scene stops by itself at 100.
+BENCHMARK(BM_FrameWhileRecording)->Iterations(2800)->Unit(benchmark::kMicrosecond);
+
+void BM_FrameWhilePlaying(benchmark::State& state) {
+  Quiet quiet;
+  Device device;
+  ZvMicrophoneWidgetInstance app(nullptr);
+  app.Enter();
+  Frames(app, 90);
+  Tap(app, 80, 30);
+  Frames(app, 30 + 30 * 90);  // 90 seconds of sound
+  Tap(app, 80, 30);           // stop
+  Frames(app, 200);           // the save hint has ended
+  Tap(app, 346, 30);          // play
+  for (auto _ : state) Frame(app);
+  app.Exit();
+}
+BENCHMARK(BM_FrameWhilePlaying)->Iterations(2500)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
