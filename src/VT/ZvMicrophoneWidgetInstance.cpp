@@ -70,7 +70,12 @@ void ZvMicrophoneWidgetInstance::Suspend() {
 }
 
 // Unlike the framework's Resume this one does not go back to the title's folder:
-// the working directory stays where Suspend left it.
+// the working directory stays where Suspend left it. The clock is given back the
+// part of a frame that had passed at Suspend, so the next dt is an ordinary one
+// however long the title was away; then the sound device and the recording go
+// on where they stopped. A resume without a game manager is a fault of the
+// application manager's order of calls, caught before anything else of the
+// title runs.
 void ZvMicrophoneWidgetInstance::Resume() {
   puts("[TamarinApp] Enter resume");
   mLastFrameTime = gKernelSvc->GetElapsedTimeAsMSecs() - mSuspendElapsed;
