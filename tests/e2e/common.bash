@@ -46,6 +46,9 @@ shot() {
   fi
 }
 
+# hex FILE: the file's bytes as one line of hex digits.
+hex() { od -An -tx1 -v "$1" | tr -d ' \n'; }
+
 # duration FILE: the length in seconds of a WAV file, as soxi reads it.
 duration() { soxi -D "$1"; }
 

@@ -47,11 +47,11 @@ between "$(duration "$clip")" 4.5 4.63 || fail "clip of $(duration "$clip") s"
 
 # The index: version 9213426, one record {1, eRT_Audio, 0, 0.0}; resid.bin with
 # audio's maximum 1; the upload list's line; no check file, no temporary.
-[ "$(xxd -p "$(index first)/vtwgAudioResInfo.bin" | tr -d '\n')" = \
-  "f2958c0001000000010000000100000000000000""00000000" ] || fail "index $(xxd -p "$(index first)/vtwgAudioResInfo.bin")"
-[ "$(xxd -p "$(index first)/resid.bin" | tr -d '\n')" = \
+[ "$(hex "$(index first)/vtwgAudioResInfo.bin")" = \
+  "f2958c0001000000010000000100000000000000""00000000" ] || fail "index $(hex "$(index first)/vtwgAudioResInfo.bin")"
+[ "$(hex "$(index first)/resid.bin")" = \
   "524944000000000001000000000000000000000000000000000000000000000000000000""00000000" ] ||
-  fail "resid.bin $(xxd -p "$(index first)/resid.bin")"
+  fail "resid.bin $(hex "$(index first)/resid.bin")"
 [ "$(cat "$work/first/device/Upload/MusicPkg/UploadAudioList.txt")" = "$clip" ] || fail "upload list"
 [ ! -e "$(index first)/AudioCheck.bin" ] || fail "a check file remains"
 [ ! -e "$(music first)/audio.tmp" ] || fail "the temporary remains"
