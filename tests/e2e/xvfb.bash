@@ -40,7 +40,9 @@ press() {
 # touch WID X Y: a touch held over a few frames at a screen point (the device's
 # frame is 32 pixels at the window's scale of 2).
 touch_at() {
-  xdotool mousemove --sync --window "$1" $((32 + 2 * $2)) $((32 + 2 * $3))
+  # No --sync: a pointer already at the point would wait for a move that never comes.
+  xdotool mousemove --window "$1" $((32 + 2 * $2)) $((32 + 2 * $3))
+  sleep 0.1
   xdotool mousedown 1
   sleep 0.2
   xdotool mouseup 1
