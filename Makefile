@@ -21,17 +21,9 @@ build: configure
 test: build
 	@ctest --preset $(PRESET) -j $(JOBS)
 
-# The recorder, once it is built; until then the simulator's help, or a plain word.
+# The recorder: in a window where there is a display, else the headless demo.
 run: build
-	@if [ -x $(BUILD_DIR)/host/solva-sim ] && [ -f $(BUILD_DIR)/stage/title/libMicrophoneWidget.so ]; then \
-	  scripts/run-recorder $(BUILD_DIR); \
-	elif [ -x $(BUILD_DIR)/host/solva-sim ]; then \
-	  echo "The recorder title is not built yet; here is the simulator that will run it:"; \
-	  $(BUILD_DIR)/host/solva-sim --help; \
-	else \
-	  echo "Neither the recorder title nor the simulator (solva-sim) is built yet:"; \
-	  echo "only the framework foundation and its tests exist so far (make test)."; \
-	fi
+	@scripts/run-recorder $(BUILD_DIR)
 
 bench: PRESET = default
 bench: build
