@@ -53,23 +53,9 @@ inline void BlendDivided(uint8* DestTemp, const uint8* source, unsigned a) {
 
 void CanvasLayer::Draw_Image_RGBA8888(int x, int y, int w, int h, const uint8* src, int srcW, int srcH, float alpha,
                                       int orient) {
-  CanvasClip clip;
-  if (!ClipCanvasImage(x, y, srcW, srcH, orient, mWidth, mHeight, &clip)) return;
-  const int runX = CanvasMin(w, clip.runX);
-  const int runY = CanvasMin(h, clip.runY);
-  if (runY < 1) return;
-  const unsigned b = CanvasAlphaByte(alpha);
-  const uint8* first = src + (clip.skipY * srcW + clip.skipX) * 4;
-  const int step = CanvasDestStep(orient, mWidth);
-  for (int row = 0; row < runY; ++row) {
-    const uint8* source = first + row * srcW * 4;
-    int index = CanvasDestIndex(orient, clip.startX, clip.startY + row, mWidth, mHeight);
-    for (int column = 0; column < runX; ++column, index += step, source += 4) {
-      uint8* DestTemp = mBuffer + index * 4;
-      XASSERT(DestTemp < mBuffer + mWidth * mHeight * 4);
-      BlendDivided(DestTemp, source, source[3] * b / 255);
-    }
-  }
+  // The whole image: the part-image form from its corner, called directly so a
+  // subclass's own part-image form does not take over this one.
+  CanvasLayer::Draw_Image_RGBA8888(x, y, 0, 0, w, h, src, srcW, srcH, alpha, orient);
 }
 
 void CanvasLayer::Draw_Image_RGBA8888(int x, int y, int srcX, int srcY, int w, int h, const uint8* src, int srcW,
