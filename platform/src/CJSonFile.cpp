@@ -1,11 +1,9 @@
 #include "CJSonFile.h"
 
 #include <cstdio>
-#include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "AtomicFile.h"
+#include "WholeFile.h"
 
 namespace Catalog {
 
@@ -76,15 +74,13 @@ bool CJSonFile::Parse(const std::string& text) {
 }
 
 bool CJSonFile::Load(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) {
+  std::string text;
+  if (!solva::detail::ReadWholeFile(path, &text)) {
     mValid = false;
     mError = "cannot open file " + path;
     return false;
   }
-  std::ostringstream text;
-  text << in.rdbuf();
-  if (!Parse(text.str())) {
+  if (!Parse(text)) {
     mError = path + ": " + mError;
     return false;
   }
@@ -94,11 +90,7 @@ bool CJSonFile::Load(const std::string& path) {
 std::string CJSonFile::ToString() const { return ToJson(mRoot).dump(); }
 
 bool CJSonFile::Save(const std::string& path) const {
-  FILE* stream = fopenAtomic(path.c_str(), "wb");
-  if (stream == nullptr) return false;
-  const std::string text = ToJson(mRoot).dump(2) + "\n";
-  const bool written = fwrite(text.data(), 1, text.size(), stream) == text.size();
-  return fcloseAtomic(stream) == 0 && written;
+  return solva::detail::WriteWholeFile(path, ToJson(mRoot).dump(2) + "\n");
 }
 
 }  // namespace Catalog

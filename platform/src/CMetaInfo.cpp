@@ -1,11 +1,9 @@
 #include "CMetaInfo.h"
 
 #include <cstdio>
-#include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "AtomicFile.h"
+#include "WholeFile.h"
 
 namespace Catalog {
 
@@ -44,13 +42,11 @@ CMetaInfo::CMetaInfo(const Glib::ustring& folder) : mValid(false), mDirty(false)
   if (!mPath.empty() && mPath.back() != '/') mPath += '/';
   mPath += "meta.json";
 
-  std::ifstream in(mPath, std::ios::binary);
-  if (!in) return;
-  std::ostringstream text;
-  text << in.rdbuf();
+  std::string text;
+  if (!solva::detail::ReadWholeFile(mPath, &text)) return;
   Json json;
   try {
-    json = Json::parse(text.str());
+    json = Json::parse(text);
   } catch (const Json::exception& error) {
     printf("[CMetaInfo] %s is not readable: %s\n", mPath.c_str(), error.what());
     return;
@@ -126,12 +122,7 @@ bool CMetaInfo::Save() {
   Json tags = Json::object();
   for (const auto& tag : mTags) tags[tag.first] = tag.second;
   json[kTagsKey] = tags;
-  const std::string text = json.dump(2) + "\n";
-
-  FILE* stream = fopenAtomic(mPath.c_str(), "wb");
-  if (stream == nullptr) return false;
-  const bool written = fwrite(text.data(), 1, text.size(), stream) == text.size();
-  if (fcloseAtomic(stream) != 0 || !written) return false;
+  if (!solva::detail::WriteWholeFile(mPath, json.dump(2) + "\n")) return false;
   mDirty = false;
   mValid = true;
   return true;

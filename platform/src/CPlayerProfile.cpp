@@ -1,11 +1,9 @@
 #include "CPlayerProfile.h"
 
 #include <cstdio>
-#include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "AtomicFile.h"
+#include "WholeFile.h"
 #include "BaseUtils.h"
 #include "CSystemData.h"
 #include "SolvaFileOps.h"
@@ -42,11 +40,7 @@ bool ReadBadges(const Json& profile, std::map<std::string, std::set<U16> >* badg
 
 CPlayerProfile::CPlayerProfile(tPlayerID player) : mPlayer(player), mUnreadable(false) {
   mPath = CSystemData::Instance()->GetLocalDataPath(player, "").raw() + kProfileName;
-  std::ifstream in(mPath, std::ios::binary);
-  if (!in) return;
-  std::ostringstream text;
-  text << in.rdbuf();
-  mReadText = text.str();
+  if (!solva::detail::ReadWholeFile(mPath, &mReadText)) return;
   Json json;
   try {
     json = Json::parse(mReadText);
@@ -104,13 +98,7 @@ bool CPlayerProfile::Save() {
   json[kBadgesKey] = badges;
   const std::string text = json.dump(2) + "\n";
 
-  FILE* stream = fopenAtomic(mPath.c_str(), "wb");
-  if (stream == nullptr) {
-    printf("[CPlayerProfile] cannot write %s; the profile is not saved.\n", mPath.c_str());
-    return false;
-  }
-  const bool written = fwrite(text.data(), 1, text.size(), stream) == text.size();
-  if (fcloseAtomic(stream) != 0 || !written) {
+  if (!solva::detail::WriteWholeFile(mPath, text)) {
     printf("[CPlayerProfile] cannot write %s; the profile is not saved.\n", mPath.c_str());
     return false;
   }
