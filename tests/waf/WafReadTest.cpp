@@ -26,13 +26,6 @@ class WafReadTest : public testing::Test {
     PutChain(chain, data);
     return OpenChain(chain, int32_t(data.size()));
   }
-  // Reads `count` bytes; the result of waf_read in `got`.
-  Bytes Read(waf_file* file, int count, int* got) {
-    Bytes out(size_t(count) + 1, 0xee);
-    *got = waf_read(file, out.data(), count);
-    out.resize(*got > 0 ? size_t(*got) : 0);
-    return out;
-  }
 
   zvtest::TempDir dir;
   ArchivePtr archive;
@@ -43,7 +36,7 @@ TEST_F(WafReadTest, ASmallFileReadsWholeInOneRead) {
   FilePtr file = OpenData(data);
   ASSERT_NE(nullptr, file);
   int got;
-  EXPECT_EQ(data, Read(file.get(), 40, &got));
+  EXPECT_EQ(data, ReadSome(file.get(), 40, &got));
   EXPECT_EQ(40, got);
   EXPECT_EQ(40, waf_tell(file.get()));
 }
@@ -53,11 +46,11 @@ TEST_F(WafReadTest, ReadingAcrossABlockBoundaryReturnsAContiguousResult) {
   FilePtr file = OpenData(data);
   ASSERT_NE(nullptr, file);
   int got;
-  Read(file.get(), 65530, &got);
+  ReadSome(file.get(), 65530, &got);
   ASSERT_EQ(65530, got);
-  EXPECT_EQ(Slice(data, 65530, 20), Read(file.get(), 20, &got));
+  EXPECT_EQ(Slice(data, 65530, 20), ReadSome(file.get(), 20, &got));
   // Over two boundaries at once.
-  EXPECT_EQ(Slice(data, 65550, 2 * 65536), Read(file.get(), 2 * 65536, &got));
+  EXPECT_EQ(Slice(data, 65550, 2 * 65536), ReadSome(file.get(), 2 * 65536, &got));
   EXPECT_EQ(65550 + 2 * 65536, waf_tell(file.get()));
 }
 
@@ -66,14 +59,14 @@ TEST_F(WafReadTest, ReadingTheLastBlockAndFurtherReturnsTheCountSoFarThenZero) {
   FilePtr file = OpenData(data);
   ASSERT_NE(nullptr, file);
   int got;
-  Read(file.get(), 65536 + 200, &got);
+  ReadSome(file.get(), 65536 + 200, &got);
   ASSERT_EQ(65536 + 200, got);
-  EXPECT_EQ(Slice(data, 65536 + 200, 100), Read(file.get(), 1000, &got));
+  EXPECT_EQ(Slice(data, 65536 + 200, 100), ReadSome(file.get(), 1000, &got));
   EXPECT_EQ(100, got);
   EXPECT_EQ(data.size(), size_t(waf_tell(file.get())));
-  Read(file.get(), 1000, &got);
+  ReadSome(file.get(), 1000, &got);
   EXPECT_EQ(0, got);
-  Read(file.get(), 1, &got);
+  ReadSome(file.get(), 1, &got);
   EXPECT_EQ(0, got);
   EXPECT_EQ(data.size(), size_t(waf_tell(file.get())));
 }
@@ -91,7 +84,7 @@ TEST_F(WafReadTest, AnEmptyFileReadsNothing) {
   FilePtr file = OpenData(Bytes());
   ASSERT_NE(nullptr, file);
   int got;
-  Read(file.get(), 10, &got);
+  ReadSome(file.get(), 10, &got);
   EXPECT_EQ(0, got);
   EXPECT_EQ(0, waf_tell(file.get()));
 }
@@ -102,7 +95,7 @@ TEST_F(WafReadTest, ReadOfZeroBytesOnAFreshFileLoadsTheFirstBlock) {
   ASSERT_NE(nullptr, file);
   const int32_t first = file->entry->offset;
   int got;
-  Read(file.get(), 0, &got);
+  ReadSome(file.get(), 0, &got);
   EXPECT_EQ(0, got);
   EXPECT_EQ(first, file->current_block);
   EXPECT_EQ(65536, file->buffer_len);
@@ -173,7 +166,7 @@ TEST_F(WafReadTest, BlockWithACompressedLengthOf69633GivesAnError) {
   FilePtr file = OpenChain(chain, 65536);
   ASSERT_NE(nullptr, file);
   int got;
-  Read(file.get(), 10, &got);
+  ReadSome(file.get(), 10, &got);
   EXPECT_EQ(-1, got);
   EXPECT_EQ(0, waf_tell(file.get()));
 }
@@ -215,7 +208,7 @@ TEST_F(WafReadTest, BlockThatUnpacksToMoreThan65536BytesGivesAnError) {
   FilePtr file = OpenChain(chain, 65537);
   ASSERT_NE(nullptr, file);
   int got;
-  Read(file.get(), 100, &got);
+  ReadSome(file.get(), 100, &got);
   EXPECT_EQ(-1, got);
 }
 
@@ -228,7 +221,7 @@ TEST_F(WafReadTest, ChainThatRunsPastTheEndOfTheFileGivesAnError) {
   FilePtr file = OpenChain(chain, 5000);
   ASSERT_NE(nullptr, file);
   int got;
-  Read(file.get(), 100, &got);
+  ReadSome(file.get(), 100, &got);
   EXPECT_EQ(-1, got);
 
   // A chain without its zero length: the blocks, then the end of the file.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <zlib.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -59,6 +60,17 @@ inline void PutChain(Bytes& out, const Bytes& data) {
     PutBlock(out, Deflate(Bytes(data.begin() + long(at), data.begin() + long(end))));
   }
   PutEnd(out);
+}
+
+// Where block `block` of a one-file archive laid out by LayArchive begins.
+inline size_t BlockStart(const std::string& name, const Bytes& data, int block) {
+  size_t at = WAF_HEADER_SIZE + size_t(RecordSize(name));
+  for (int i = 0; i < block; ++i) {
+    const size_t from = size_t(i) * WAF_BLOCK_SIZE;
+    const size_t to = std::min(data.size(), from + WAF_BLOCK_SIZE);
+    at += 4 + Deflate(Bytes(data.begin() + long(from), data.begin() + long(to))).size();
+  }
+  return at;
 }
 
 struct Member {
@@ -133,6 +145,16 @@ inline Bytes ReadAll(waf_file* file, int chunk, int* status = nullptr) {
   int got;
   while ((got = waf_read(file, buffer.data(), chunk)) > 0) out.insert(out.end(), buffer.begin(), buffer.begin() + got);
   if (status) *status = got;
+  return out;
+}
+
+// One read of `count` bytes; its result in `got`, or expected not to fail.
+inline Bytes ReadSome(waf_file* file, int count, int* got = nullptr) {
+  Bytes out(static_cast<size_t>(count) + 1, 0xee);
+  const int result = waf_read(file, out.data(), count);
+  if (got) *got = result;
+  else EXPECT_GE(result, 0);
+  out.resize(result > 0 ? size_t(result) : 0);
   return out;
 }
 
