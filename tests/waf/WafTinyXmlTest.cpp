@@ -128,6 +128,21 @@ TEST_F(WafTinyXmlTest, CarriageReturnsBecomeLineFeedsAsInTheLibrarysOwnLoading) 
   }
 }
 
+// With white space kept as it stands, the text shows the line ends themselves.
+TEST_F(WafTinyXmlTest, CarriageReturnsInTextBecomeLineFeeds) {
+  const std::string text = "<a>x\r\ny\rz\n</a>";
+  FilePtr file = OpenText(text);
+  ASSERT_NE(nullptr, file);
+  TiXmlBase::SetCondenseWhiteSpace(false);
+  TiXmlDocument archived, plain;
+  const bool loaded = LoadFile(archived, file.get());
+  LoadPlain(plain, text);
+  TiXmlBase::SetCondenseWhiteSpace(true);
+  ASSERT_TRUE(loaded);
+  EXPECT_STREQ("x\ny\nz\n", archived.RootElement()->GetText());
+  EXPECT_STREQ(plain.RootElement()->GetText(), archived.RootElement()->GetText());
+}
+
 TEST_F(WafTinyXmlTest, AZeroByteEndsTheText) {
   const std::string text("<a>x</a>\0<broken", 16);
   FilePtr file = OpenText(text);
