@@ -38,8 +38,9 @@ grep -q 'is not a device root' "$work/usage.err" || fail "$(cat "$work/usage.err
 found=0
 for cut in $(seq 1 100); do
   rm -rf "$work/cut"
-  SOLVA_POWER_CUT_AFTER=$cut "$SOLVA_SIM" --title "$TITLE" --root "$work/cut" --params '{}' --mic tone \
-    --script "$work/sound.script" > "$work/cut.out" 2>&1 && break
+  # (In a shell of its own, which says nothing of the kill.)
+  SOLVA_POWER_CUT_AFTER=$cut bash -c '"$0" "$@" > /dev/null 2>&1' "$SOLVA_SIM" --title "$TITLE" --root "$work/cut" \
+    --params '{}' --mic tone --script "$work/sound.script" 2> /dev/null && break
   set +e
   "$SOLVA_GALLERY" --root "$work/cut" check > "$work/cut-check.txt"
   status=$?
@@ -51,7 +52,7 @@ for cut in $(seq 1 100); do
   found=$((found + 1))
   [ $status = 1 ] || fail "cut $cut: check found a fault but ended with $status"
   "$SOLVA_GALLERY" --root "$work/cut" repair > "$work/repair.txt" || fail "cut $cut: repair: $(cat "$work/repair.txt")"
-  grep -q '^repaired .*AudioCheck.bin' "$work/repair.txt" || fail "cut $cut: $(cat "$work/repair.txt")"
+  grep -q '^repaired Audio, interrupted operation: .*AudioCheck.bin' "$work/repair.txt" || fail "cut $cut: $(cat "$work/repair.txt")"
   "$SOLVA_GALLERY" --root "$work/cut" check > "$work/after.txt" || fail "cut $cut: after repair: $(cat "$work/after.txt")"
   [ ! -e "$work/cut/LocalData/Shared/FileIndex/AudioCheck.bin" ] || fail "cut $cut: the check file stayed"
 done

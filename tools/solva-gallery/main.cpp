@@ -8,7 +8,8 @@
 namespace {
 
 void PrintFinding(const char* label, const gallery::Finding& finding) {
-  printf("%-9s %-20s %s\n          %s\n", label, finding.type.c_str(), finding.path.c_str(), finding.what.c_str());
+  printf("%-8s %s, %s: %s\n         %s\n", label, finding.type.c_str(), finding.kind.c_str(), finding.path.c_str(),
+         finding.what.c_str());
 }
 
 int List(const gallery::Report& report, bool asJson) {
