@@ -4,6 +4,7 @@
 #include <signal.h>
 
 #include <filesystem>
+#include <functional>
 #include <map>
 
 #include "CutGallery.h"
@@ -100,90 +101,79 @@ class GalleryToolTest : public mediatest::CutGalleryTest {
     ASSERT_TRUE(solva::SetDeviceRoot(root));
     EXPECT_EQ(0, Examine().Faults()) << "check passes after the repair";
   }
+
+  // Cuts a sequence (`cutAt`, on a gallery and on its twin) after each of its file
+  // operations in turn; `judge` gets the row of the table that each cut left and
+  // the examination of it, then the repair is held against the next start. The
+  // rows seen come back.
+  std::set<std::string> EveryCut(const std::function<zvtest::ChildResult(int, const std::string&)>& cutAt,
+                                 const std::function<std::string(const GalleryState&)>& rowOf,
+                                 const std::function<void(const std::string&, const gallery::Report&)>& judge) {
+    std::set<std::string> rowsSeen;
+    for (int cut = 1; cut <= kMostOperations; ++cut) {
+      SCOPED_TRACE("power cut after file operation " + std::to_string(cut));
+      const zvtest::ChildResult twin = cutAt(cut, "-twin");
+      const std::string twinRoot = root;
+      const zvtest::ChildResult child = cutAt(cut, "");
+      EXPECT_EQ(child.exited, twin.exited);
+      if (child.exited) return rowsSeen;
+      const std::string row = rowOf(Read());
+      rowsSeen.insert(row);
+      SCOPED_TRACE(row);
+      judge(row, Examine());
+      RepairLeavesWhatTheNextStartLeaves(twinRoot);
+    }
+    ADD_FAILURE() << "the sequence has more than " << kMostOperations << " file operations";
+    return rowsSeen;
+  }
 };
 
 TEST_F(GalleryToolTest, OnEveryCutOfTheRecordersSaveCheckFindsTheRowsFaultAndRepairLeavesWhatTheNextStartLeaves) {
-  std::set<std::string> rowsSeen;
-  bool finished = false;
-  for (int cut = 1; cut <= kMostOperations && !finished; ++cut) {
-    SCOPED_TRACE("power cut after file operation " + std::to_string(cut));
-    const zvtest::ChildResult twin = CutSave(cut, "-twin");
-    const std::string twinRoot = root;
-    const zvtest::ChildResult child = CutSave(cut);
-    ASSERT_EQ(child.exited, twin.exited);
-    if (child.exited) {
-      finished = true;
-      break;
-    }
-    const std::string row = SaveRow(Read());
-    rowsSeen.insert(row);
-    SCOPED_TRACE(row);
-
-    const gallery::Report found = Examine();
-    const std::string check = Index("AudioCheck.bin");
-    if (row == "not begun" || row == "finished") {
-      EXPECT_EQ(std::vector<std::string>(), Faults(found));
-    } else {
-      EXPECT_EQ(std::vector<std::string>{"Audio interrupted operation " + check}, Faults(found));
-      const gallery::Finding* interrupted = FindingOf(found, "interrupted operation");
-      ASSERT_NE(nullptr, interrupted);
-      EXPECT_TRUE(interrupted->repairable);
-      if (row == "check file, record, no media file") {
-        EXPECT_NE(std::string::npos, interrupted->what.find("removes record 2 (its file never arrived)"))
-            << interrupted->what;
-      } else {
-        EXPECT_NE(std::string::npos, interrupted->what.find("only removes the check file")) << interrupted->what;
-      }
-    }
-    // The capture not yet moved into place is only a note.
-    for (const std::string& note : Notes(found)) EXPECT_EQ("Audio temporary file " + Music("audio.tmp"), note);
-    RepairLeavesWhatTheNextStartLeaves(twinRoot);
-  }
-  ASSERT_TRUE(finished);
+  const std::set<std::string> rowsSeen = EveryCut(
+      [&](int cut, const std::string& twin) { return CutSave(cut, twin); }, SaveRow,
+      [&](const std::string& row, const gallery::Report& found) {
+        if (row == "not begun" || row == "finished") {
+          EXPECT_EQ(std::vector<std::string>(), Faults(found));
+        } else {
+          EXPECT_EQ(std::vector<std::string>{"Audio interrupted operation " + Index("AudioCheck.bin")}, Faults(found));
+          const gallery::Finding* interrupted = FindingOf(found, "interrupted operation");
+          ASSERT_NE(nullptr, interrupted);
+          EXPECT_TRUE(interrupted->repairable);
+          const char* effect = row == "check file, record, no media file" ? "removes record 2 (its file never arrived)"
+                                                                          : "only removes the check file";
+          EXPECT_NE(std::string::npos, interrupted->what.find(effect)) << interrupted->what;
+        }
+        // The capture not yet moved into place is only a note.
+        for (const std::string& note : Notes(found)) EXPECT_EQ("Audio temporary file " + Music("audio.tmp"), note);
+      });
   EXPECT_EQ(5u, rowsSeen.size()) << "every row of the table was cut into";
 }
 
 TEST_F(GalleryToolTest, OnEveryCutOfADeletionCheckFindsTheRowsFaultAndRepairLeavesWhatTheNextStartLeaves) {
-  std::set<std::string> rowsSeen;
-  bool finished = false;
-  for (int cut = 1; cut <= kMostOperations && !finished; ++cut) {
-    SCOPED_TRACE("power cut after file operation " + std::to_string(cut));
-    const zvtest::ChildResult twin = CutDelete(cut, "-twin");
-    const std::string twinRoot = root;
-    const zvtest::ChildResult child = CutDelete(cut);
-    ASSERT_EQ(child.exited, twin.exited);
-    if (child.exited) {
-      finished = true;
-      break;
-    }
-    const std::string row = DeleteRow(Read());
-    rowsSeen.insert(row);
-    SCOPED_TRACE(row);
-
-    const gallery::Report found = Examine();
-    const std::string check = Index("AudioCheck.bin");
-    if (row == "not begun" || row == "finished") {
-      EXPECT_EQ(std::vector<std::string>(), Faults(found));
-      EXPECT_EQ(std::vector<std::string>(), Notes(found));
-    } else {
-      EXPECT_EQ(std::vector<std::string>{"Audio interrupted operation " + check}, Faults(found));
-      const gallery::Finding* interrupted = FindingOf(found, "interrupted operation");
-      ASSERT_NE(nullptr, interrupted);
-      if (row == "check file, record, media files") {
-        EXPECT_NE(std::string::npos, interrupted->what.find("removes record 2 and deletes vtwgaudio_2.wav"))
-            << interrupted->what;
-        EXPECT_EQ(std::vector<std::string>(), Notes(found));
-      } else if (row == "check file, no record, media files") {
-        EXPECT_NE(std::string::npos, interrupted->what.find("only removes the check file")) << interrupted->what;
-        // The file stays as an orphan, which the store never gives out again: a note.
-        EXPECT_EQ(std::vector<std::string>{"Audio file without a record " + Music("vtwgaudio_2.wav")}, Notes(found));
-      }
-    }
-    RepairLeavesWhatTheNextStartLeaves(twinRoot);
-  }
-  ASSERT_TRUE(finished);
+  const std::set<std::string> rowsSeen = EveryCut(
+      [&](int cut, const std::string& twin) { return CutDelete(cut, twin); }, DeleteRow,
+      [&](const std::string& row, const gallery::Report& found) {
+        if (row == "not begun" || row == "finished") {
+          EXPECT_EQ(std::vector<std::string>(), Faults(found));
+          EXPECT_EQ(std::vector<std::string>(), Notes(found));
+          return;
+        }
+        EXPECT_EQ(std::vector<std::string>{"Audio interrupted operation " + Index("AudioCheck.bin")}, Faults(found));
+        const gallery::Finding* interrupted = FindingOf(found, "interrupted operation");
+        ASSERT_NE(nullptr, interrupted);
+        if (row == "check file, record, media files") {
+          EXPECT_NE(std::string::npos, interrupted->what.find("removes record 2 and deletes vtwgaudio_2.wav"))
+              << interrupted->what;
+          EXPECT_EQ(std::vector<std::string>(), Notes(found));
+        } else if (row == "check file, no record, media files") {
+          EXPECT_NE(std::string::npos, interrupted->what.find("only removes the check file")) << interrupted->what;
+          // The file stays as an orphan, which the store never gives out again: a note.
+          EXPECT_EQ(std::vector<std::string>{"Audio file without a record " + Music("vtwgaudio_2.wav")}, Notes(found));
+        }
+      });
   EXPECT_TRUE(rowsSeen.count("check file, record, media files"));
   EXPECT_TRUE(rowsSeen.count("check file, no record, media files"));
+  EXPECT_TRUE(rowsSeen.count("finished"));
 }
 
 TEST_F(GalleryToolTest, ListShowsEveryRecordWithItsFileAndSizeAndChangesNothing) {
