@@ -135,7 +135,7 @@ bool Simulator::StartRecording(std::string* error) {
 std::string Simulator::ReplayHeader() const {
   std::string replay = "solva-sim --script THIS_FILE --fps " + std::to_string(mOptions.fps) + " --title " +
                        AbsolutePath(mOptions.titleDir) + " --player " + std::to_string(mOptions.player) +
-                       " --mic " + (mOptions.mic == "default" ? "none" : mOptions.mic);
+                       " --mic " + mOptions.mic;
   if (!mOptions.params.empty()) replay += " --params '" + mOptions.params + "'";
   if (mOptions.freeBytes >= 0) replay += " --free-bytes " + std::to_string(mOptions.freeBytes);
   if (mOptions.noAccelerometer) replay += " --no-accelerometer";
