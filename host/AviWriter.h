@@ -19,7 +19,7 @@ class AviWriter {
   };
 
   // A plain AVI file stays below 1 GiB so that every player reads it.
-  static const uint64_t kMaxFileBytes = uint64_t(1) << 30;
+  static constexpr uint64_t kMaxFileBytes = uint64_t(1) << 30;
 
   explicit AviWriter(uint64_t maxFileBytes = kMaxFileBytes) : mMaxFileBytes(maxFileBytes) {}
 

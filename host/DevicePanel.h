@@ -29,14 +29,14 @@ class DevicePanel {
   };
 
   // Window pixels of the panel's width; its height is the window's.
-  static const int kWidth = 320;
+  static constexpr int kWidth = 320;
   // Where the toggles are: the first's top, and the step from one to the next,
   // in panel pixels; each is kToggleHeight high and spans the panel but for a
   // margin of kMargin.
-  static const int kFirstToggle = 44;
-  static const int kToggleStep = 40;
-  static const int kToggleHeight = 32;
-  static const int kMargin = 12;
+  static constexpr int kFirstToggle = 44;
+  static constexpr int kToggleStep = 40;
+  static constexpr int kToggleHeight = 32;
+  static constexpr int kMargin = 12;
 
   DevicePanel() = default;
   ~DevicePanel();
