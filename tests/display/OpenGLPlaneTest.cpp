@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <memory>
 #include <string>
 
 #include "CDisplaySvc.h"
@@ -23,8 +24,15 @@ using namespace Vantrel::Solva;
 
 class OpenGLPlane : public testing::Test {
  protected:
-  void SetUp() override { ASSERT_TRUE(mGL.ok()) << mGL.error(); }
-  void TearDown() override { solva::ResetDevice(); }
+  void SetUp() override {
+    solva::ResetDevice();
+    mGL.reset(new zvtest::GLContext());
+    ASSERT_TRUE(mGL->ok()) << mGL->error();
+  }
+  void TearDown() override {
+    mGL.reset();
+    solva::ResetDevice();
+  }
 
   // The whole surface in one colour, 8-bit channels.
   static void Fill(int r, int g, int b, int a) {
@@ -39,12 +47,12 @@ class OpenGLPlane : public testing::Test {
     glDisable(GL_SCISSOR_TEST);
   }
 
-  zvtest::GLContext mGL;
+  std::unique_ptr<zvtest::GLContext> mGL;
   CDisplaySvc mDisplay;
 };
 
 TEST_F(OpenGLPlane, TheContextIsOpenGLES11CommonWithPalettedTexturesAndCurrentHere) {
-  SolvaOpenGLConfig* config = mGL.config();
+  SolvaOpenGLConfig* config = mGL->config();
   EXPECT_NE(nullptr, config->eglDisplay);
   EXPECT_NE(nullptr, config->eglConfig);
   EXPECT_NE(nullptr, config->eglSurface);
@@ -65,7 +73,7 @@ TEST_F(OpenGLPlane, TheContextIsOpenGLES11CommonWithPalettedTexturesAndCurrentHe
 }
 
 TEST_F(OpenGLPlane, ThePlaneIsAFullScreenHandleRegisteredAtTheBottom) {
-  void* plane = mGL.config()->hndlDisplay;
+  void* plane = mGL->config()->hndlDisplay;
   EXPECT_EQ(480, mDisplay.GetWidth(plane));
   EXPECT_EQ(272, mDisplay.GetHeight(plane));
   EXPECT_EQ(kPixelFormatARGB8888, mDisplay.GetPixelFormat(plane));
@@ -76,12 +84,12 @@ TEST_F(OpenGLPlane, ThePlaneIsAFullScreenHandleRegisteredAtTheBottom) {
 }
 
 TEST_F(OpenGLPlane, ASecondRequestGivesTheSameContext) {
-  EXPECT_EQ(mGL.config(), CreateSolvaOpenGLConfig());
+  EXPECT_EQ(mGL->config(), CreateSolvaOpenGLConfig());
   EXPECT_EQ(1, solva::DisplayHandleCount());
 }
 
 TEST_F(OpenGLPlane, DestroyGivesTheContextAndThePlaneBack) {
-  DestroySolvaOpenGLConfig(mGL.config());
+  DestroySolvaOpenGLConfig(mGL->config());
   EXPECT_FALSE(solva::OpenGLContextAlive());
   EXPECT_EQ(EGL_NO_CONTEXT, eglGetCurrentContext());
   EXPECT_EQ(0, solva::DisplayHandleCount());
@@ -104,9 +112,9 @@ TEST_F(OpenGLPlane, ResettingTheDeviceEndsTheContext) {
 TEST_F(OpenGLPlane, ASwapPublishesThePictureOnThePlane) {
   Fill(200, 100, 50, 255);
   EXPECT_EQ(0xFF000000u, solva::ScreenPixel(10, 10)) << "nothing shows before the swap";
-  mGL.Swap();
+  mGL->Swap();
   EXPECT_EQ(1u, solva::OpenGLSwapCount());
-  const std::vector<uint8_t> picture = solva::PublishedPicture(mGL.config()->hndlDisplay);
+  const std::vector<uint8_t> picture = solva::PublishedPicture(mGL->config()->hndlDisplay);
   ASSERT_EQ(size_t(480 * 272 * 4), picture.size());
   EXPECT_EQ(50, picture[0]);  // B, G, R, A
   EXPECT_EQ(100, picture[1]);
@@ -118,10 +126,10 @@ TEST_F(OpenGLPlane, ASwapPublishesThePictureOnThePlane) {
 
 TEST_F(OpenGLPlane, DrawingWithoutASwapChangesNothingOnTheScreen) {
   Fill(255, 0, 0, 255);
-  mGL.Swap();
+  mGL->Swap();
   Fill(0, 255, 0, 255);
   EXPECT_EQ(0xFFFF0000u, solva::ScreenPixel(100, 100));
-  mGL.Swap();
+  mGL->Swap();
   EXPECT_EQ(0xFF00FF00u, solva::ScreenPixel(100, 100));
   EXPECT_EQ(2u, solva::OpenGLSwapCount());
 }
@@ -130,7 +138,7 @@ TEST_F(OpenGLPlane, TheTopRowOfTheSurfaceIsTheTopRowOfTheScreen) {
   Fill(0, 0, 0, 255);
   Rect(0, 0, 3, 2, 255, 255, 255);       // top left
   Rect(470, 260, 10, 12, 0, 0, 255);     // bottom right
-  mGL.Swap();
+  mGL->Swap();
   EXPECT_EQ(0xFFFFFFFFu, solva::ScreenPixel(0, 0));
   EXPECT_EQ(0xFFFFFFFFu, solva::ScreenPixel(2, 1));
   EXPECT_EQ(0xFF000000u, solva::ScreenPixel(3, 0));
@@ -142,13 +150,13 @@ TEST_F(OpenGLPlane, TheTopRowOfTheSurfaceIsTheTopRowOfTheScreen) {
 
 TEST_F(OpenGLPlane, ThePlaneIsOpaqueWhateverItsAlpha) {
   Fill(40, 80, 120, 0);
-  mGL.Swap();
+  mGL->Swap();
   EXPECT_EQ(0xFF285078u, solva::ScreenPixel(5, 5));
 }
 
 TEST_F(OpenGLPlane, CanvasLayersLieOverThePlaneByZOrder) {
   Fill(0, 0, 255, 255);
-  mGL.Swap();
+  mGL->Swap();
   // A canvas surface at z-order 1 over the left half: opaque red above, half
   // covering grey below, transparent in its last row.
   tDisplayHandle layer = mDisplay.CreateHandle(272, 240, kPixelFormatARGB8888, nullptr);
@@ -168,7 +176,7 @@ TEST_F(OpenGLPlane, CanvasLayersLieOverThePlaneByZOrder) {
 TEST_F(OpenGLPlane, ScreenshotsShowTheGLPicture) {
   Fill(0, 0, 0, 255);
   Rect(100, 50, 20, 10, 10, 220, 30);
-  mGL.Swap();
+  mGL->Swap();
   zvtest::TempDir dir;
   ASSERT_TRUE(solva::WriteScreenshotPNG(dir.file("shot.png")));
   zvtest::PngImage image;
@@ -180,7 +188,7 @@ TEST_F(OpenGLPlane, ScreenshotsShowTheGLPicture) {
 
 TEST_F(OpenGLPlane, ASwapOfAnotherSurfaceLeavesThePlaneAlone) {
   Fill(255, 255, 0, 255);
-  EGLDisplay display = mGL.config()->eglDisplay;
+  EGLDisplay display = mGL->config()->eglDisplay;
   EXPECT_EQ(EGL_FALSE, eglSwapBuffers(display, EGL_NO_SURFACE));
   EXPECT_EQ(0u, solva::OpenGLSwapCount());
   EXPECT_EQ(0xFF000000u, solva::ScreenPixel(0, 0));

@@ -18,6 +18,8 @@ struct Case {
   const char* name;
 };
 
+void PrintTo(const Case& c, std::ostream* out) { *out << c.name; }
+
 class DeviceFormats : public gltest::TextureTest, public testing::WithParamInterface<Case> {};
 
 TEST_P(DeviceFormats, DrawnPixelsAreTheDecodedPixels) {

@@ -192,9 +192,11 @@ TEST_F(TextureManager, ReleaseByNameAndByIdCountDownAndIgnoreTheUnknown) {
   Manager().LoadTexture(path, nullptr);
   Manager().ReleaseTextureByName("nothing");
   Manager().ReleaseTextureByID(id + 100);
+  ASSERT_NE(nullptr, Manager().FindTextureByID(id));
   EXPECT_EQ(3u, Manager().FindTextureByID(id)->mRefCount);
   Manager().ReleaseTextureByName(path);
   Manager().ReleaseTextureByName(path.c_str());
+  ASSERT_NE(nullptr, Manager().FindTextureByID(id));
   EXPECT_EQ(1u, Manager().FindTextureByID(id)->mRefCount);
   Manager().ReleaseTextureByID(id);
   EXPECT_EQ(nullptr, Manager().FindTextureByID(id));

@@ -2,6 +2,7 @@
 // here, the data block's size taken from the title's own package, and which
 // paths count as inside it.
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include <functional>
 
@@ -182,6 +183,8 @@ TEST_F(PkgFile, AHeaderReachingBeyondTheFileLeavesNoDataBlock) {
   zvtest::WriteBytes(DefaultPackage(), Package({{"a", 1, 1}}, {1, 2, 3}, 1000));
   Printed([&] { Manager().LoadPkgFile(DefaultPackage(), 0); });
   EXPECT_EQ(1u, Manager().mPkgIndex.size());
+  ASSERT_NE(nullptr, Manager().mPkgBuffer);
+  EXPECT_LT(malloc_usable_size(Manager().mPkgBuffer), 64u) << "an empty block, not 4 GB";
   Printed([&] { Manager().ReleasePkgFile(); });
 }
 

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <boost/shared_ptr.hpp>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -32,22 +33,26 @@ class ShellOpenGL : public testing::Test {
     char here[1000] = {0};
     ASSERT_NE(nullptr, getcwd(here, sizeof here));
     mWorkingPath = here;
+    solva::ResetDevice();
     ASSERT_TRUE(solva::SetDeviceRoot(mRoot.path()));
     solva::SetTitlePath(ZV_SOURCE_DIR);  // where res/CamCfg.xml is
     solva::SetClockMode(solva::ClockMode::Virtual, 1000000);
-    ASSERT_TRUE(mGL.ok()) << mGL.error();
+    mGL.reset(new zvtest::GLContext());
+    ASSERT_TRUE(mGL->ok()) << mGL->error();
     mApp.reset(new ShellTitleInstance(nullptr));
     ZvWidgetInstance::SetIsUseOgl(1);
-    mApp->SetSolvaOpenGLConfig(mGL.config());
+    mApp->SetSolvaOpenGLConfig(mGL->config());
   }
   void TearDown() override {
     if (mEntered && !mExited) mApp->Exit();
     mApp.reset();
+    mGL.reset();
     ZvWidgetInstance::SetIsUseOgl(0);
     delete XFontManager::instance_;
     XFontManager::instance_ = nullptr;
     ASSERT_EQ(0, chdir(mWorkingPath.c_str()));
     solva::SetClockMode(solva::ClockMode::Real);
+    solva::ResetDevice();
   }
 
   std::string Enter() {
@@ -85,7 +90,7 @@ class ShellOpenGL : public testing::Test {
 
   zvtest::TempDir mRoot;
   std::string mWorkingPath;
-  zvtest::GLContext mGL;
+  std::unique_ptr<zvtest::GLContext> mGL;
   boost::shared_ptr<ShellTitleInstance> mApp;
   bool mEntered = false;
   bool mExited = false;
@@ -94,7 +99,11 @@ class ShellOpenGL : public testing::Test {
 const GLfixed kOne = 1 << 16;
 
 TEST_F(ShellOpenGL, EnterSetsTheContextUpBeforeTheManager) {
+  uint64_t swapsBeforeTheManager = 0;
+  shelltitle::InitializeHook() = [&] { swapsBeforeTheManager = solva::OpenGLSwapCount(); };
   const std::string out = Enter();
+  shelltitle::InitializeHook() = nullptr;
+  EXPECT_EQ(1u, swapsBeforeTheManager) << "InitSolvaOpenGL's swap came first";
   EXPECT_EQ(0u, out.find("[SolvaOpenGL create]\nRegister gPowerListener \n")) << out;
   EXPECT_EQ(1, XFontManager::sInstance().isInitialized()) << "the manager came up with 3D on";
 }
@@ -130,12 +139,12 @@ TEST_F(ShellOpenGL, InitSolvaOpenGLBlendsTexturesWithoutDepth) {
 
 TEST_F(ShellOpenGL, InitSolvaOpenGLClearsAndShowsTheEmptyPlane) {
   FillGL(kOne, 0, 0);
-  mGL.Swap();
+  mGL->Swap();
   ASSERT_EQ(0xFFFF0000u, solva::ScreenPixel(100, 100));
   Enter();
   EXPECT_EQ(2u, solva::OpenGLSwapCount());
   EXPECT_EQ(0xFF000000u, solva::ScreenPixel(100, 100));
-  const std::vector<uint8_t> picture = solva::PublishedPicture(mGL.config()->hndlDisplay);
+  const std::vector<uint8_t> picture = solva::PublishedPicture(mGL->config()->hndlDisplay);
   EXPECT_EQ(std::vector<uint8_t>(480 * 272 * 4, 0), picture) << "transparent black";
 }
 
