@@ -10,6 +10,7 @@
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
 #include <GLES/gl.h>
+#include <GLES/glext.h>
 #include <dlfcn.h>
 
 #include <cstdio>
@@ -31,7 +32,7 @@ using Vantrel::Solva::CDisplaySvc;
 struct Context {
   SolvaOpenGLConfig config = {};
   bool alive = false;
-  std::vector<uint8_t> readback;  // the pbuffer's rows, bottom row first, R, G, B, A
+  std::vector<uint8_t> readback;  // the pbuffer's rows, bottom row first, B, G, R, A
   uint64_t swaps = 0;
 };
 
@@ -54,12 +55,15 @@ PFNEGLSWAPBUFFERSPROC MesaSwapBuffers() {
 
 // The pbuffer onto the plane's next picture (B, G, R, A, top row first), which then
 // goes on the screen, as CDisplaySvc::SwapBuffers does for the other handles.
+// Mesa keeps the pbuffer as B, G, R, A, the plane's own order: read so, the rows
+// only change places (reading R, G, B, A would cost five times as much).
 void PublishPlane(Context& gl) {
   const int width = solva::kScreenWidth;
   const int height = solva::kScreenHeight;
-  gl.readback.resize(size_t(width) * height * 4);
+  const size_t rowBytes = size_t(width) * 4;
+  gl.readback.resize(rowBytes * height);
   glPixelStorei(GL_PACK_ALIGNMENT, 4);
-  glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, gl.readback.data());
+  glReadPixels(0, 0, width, height, GL_BGRA_EXT, GL_UNSIGNED_BYTE, gl.readback.data());
   ++gl.swaps;
 
   solva::detail::DisplayState& display = solva::detail::Display();
@@ -67,14 +71,8 @@ void PublishPlane(Context& gl) {
   solva::detail::Surface* plane = solva::detail::FindSurface(display, gl.config.hndlDisplay);
   if (plane == nullptr) return;
   uint8_t* out = plane->BackBuffer();
-  for (int y = 0; y < height; ++y) {
-    const uint8_t* in = gl.readback.data() + size_t(height - 1 - y) * width * 4;
-    for (int x = 0; x < width; ++x, in += 4, out += 4) {
-      out[0] = in[2];
-      out[1] = in[1];
-      out[2] = in[0];
-      out[3] = in[3];
-    }
+  for (int y = 0; y < height; ++y, out += rowBytes) {
+    memcpy(out, gl.readback.data() + (height - 1 - y) * rowBytes, rowBytes);
   }
   plane->back = 1 - plane->back;
   if (display.backend->presentsAtSwap) {
@@ -164,6 +162,10 @@ bool Create(Context& gl, std::string* why) {
   if (version == nullptr || strncmp(version, "OpenGL ES-CM 1.", 15) != 0) {
     return fail(std::string("the context is ") + (version ? version : "of no version") + ", not OpenGL ES-CM 1.x",
                 surface, context);
+  }
+  const char* extensions = reinterpret_cast<const char*>(glGetString(GL_EXTENSIONS));
+  if (extensions == nullptr || strstr(extensions, "GL_EXT_read_format_bgra") == nullptr) {
+    return fail("the GL cannot read its pixels as B, G, R, A (GL_EXT_read_format_bgra)", surface, context);
   }
 
   CDisplaySvc service;

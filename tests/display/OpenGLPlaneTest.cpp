@@ -64,6 +64,7 @@ TEST_F(OpenGLPlane, TheContextIsOpenGLES11CommonWithPalettedTexturesAndCurrentHe
   const std::string extensions = reinterpret_cast<const char*>(glGetString(GL_EXTENSIONS));
   EXPECT_NE(std::string::npos, extensions.find("GL_OES_compressed_paletted_texture"));
   EXPECT_NE(std::string::npos, extensions.find("GL_OES_fixed_point"));
+  EXPECT_NE(std::string::npos, extensions.find("GL_EXT_read_format_bgra")) << "the plane is read in its own order";
   EGLint width = 0, height = 0;
   eglQuerySurface(config->eglDisplay, config->eglSurface, EGL_WIDTH, &width);
   eglQuerySurface(config->eglDisplay, config->eglSurface, EGL_HEIGHT, &height);
