@@ -11,6 +11,9 @@
 #include <vector>
 
 #include "BaseFramework/InputManager.h"
+#include "RenderSystem/GLTexture.h"
+#include "RenderSystem/GLTextureManager.h"
+#include "RenderSystem/RenderStateStack.h"
 #include "RenderSystem/XFontManager.h"
 #include "Tamarin/ZvWidgetInstance.h"
 #include "solva/Clock.h"
@@ -224,6 +227,22 @@ TEST_F(ShellOpenGL, ExitClosesTheContextLastWithAnEmptyPlane) {
   GLfixed clear[4] = {1, 1, 1, 1};
   glGetFixedv(GL_COLOR_CLEAR_VALUE, clear);
   EXPECT_EQ((std::vector<GLfixed>{0, 0, 0, 0}), std::vector<GLfixed>(clear, clear + 4));
+}
+
+TEST_F(ShellOpenGL, TheManagerBringsTheTextureManagerAndTheColourRingUpAndDown) {
+  Enter();
+  ASSERT_NE(nullptr, GLTextureManager::instance_);
+  RenderStateStack::GetColorContainer()->push_back(RenderStateStack::Color{1, 1, 1, 1});
+  uint8_t pixels[4 * 4 * 4] = {};
+  std::string name = "t";
+  GLTexture* texture = gxGetTextureManager()->LoadTexture(pixels, 4, 4, 32, name, nullptr);
+  ASSERT_NE(nullptr, texture);
+  const unsigned id = texture->mTextureID;
+  ASSERT_EQ(GL_TRUE, glIsTexture(id));
+  Exit();
+  EXPECT_EQ(nullptr, GLTextureManager::instance_);
+  EXPECT_EQ(GL_FALSE, glIsTexture(id)) << "deleted with the manager, while the context was there";
+  EXPECT_DEATH(RenderStateStack::GetColorContainer(), "Assertion `mpStack' failed");
 }
 
 }  // namespace
