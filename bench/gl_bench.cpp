@@ -8,7 +8,6 @@
 #include <benchmark/benchmark.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -59,10 +58,22 @@ void BM_Upload(benchmark::State& state) {
 }
 BENCHMARK(BM_Upload)
     ->ArgNames({"format", "palette"})
-    ->Args({1, 0})->Args({2, 0})->Args({3, 0})->Args({4, 0})->Args({5, 0})
-    ->Args({1, 1})->Args({2, 1})->Args({3, 1})->Args({4, 1})
-    ->Args({1, 2})->Args({2, 2})->Args({3, 2})->Args({4, 2})
-    ->MeasureProcessCPUTime()->UseRealTime()->Unit(benchmark::kMicrosecond);
+    ->Args({1, 0})
+    ->Args({2, 0})
+    ->Args({3, 0})
+    ->Args({4, 0})
+    ->Args({5, 0})
+    ->Args({1, 1})
+    ->Args({2, 1})
+    ->Args({3, 1})
+    ->Args({4, 1})
+    ->Args({1, 2})
+    ->Args({2, 2})
+    ->Args({3, 2})
+    ->Args({4, 2})
+    ->MeasureProcessCPUTime()
+    ->UseRealTime()
+    ->Unit(benchmark::kMicrosecond);
 
 // BMP and TGA pixels: 24 bits (R, G, B) or 32 (A, R, G, B), turned into R, G, B, A.
 void BM_UploadConverted(benchmark::State& state) {
@@ -75,7 +86,13 @@ void BM_UploadConverted(benchmark::State& state) {
     glFinish();
   }
 }
-BENCHMARK(BM_UploadConverted)->ArgName("bits")->Arg(24)->Arg(32)->MeasureProcessCPUTime()->UseRealTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_UploadConverted)
+    ->ArgName("bits")
+    ->Arg(24)
+    ->Arg(32)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime()
+    ->Unit(benchmark::kMicrosecond);
 
 // What a swap of the 3D surface costs the device: glReadPixels of 480 x 272 and
 // the plane's new picture.
@@ -101,20 +118,6 @@ void BM_Compose(benchmark::State& state) {
 }
 BENCHMARK(BM_Compose)->Unit(benchmark::kMicrosecond);
 
-// The title's chatter would be measured with it; it goes to /dev/null here.
-struct Quiet {
-  Quiet() : saved(dup(1)) {
-    fflush(stdout);
-    if (freopen("/dev/null", "w", stdout) == nullptr) abort();
-  }
-  ~Quiet() {
-    fflush(stdout);
-    dup2(saved, 1);
-    close(saved);
-  }
-  int saved;
-};
-
 // One frame of the 3D test title on the virtual clock, as the host runs it, and
 // the screen composed from it as a window or a screenshot takes it.
 void BM_TitleFrame(benchmark::State& state) {
@@ -127,7 +130,6 @@ void BM_TitleFrame(benchmark::State& state) {
   solva::SetTitlePath(std::string(ZV_SOURCE_DIR) + "/tests/e2e/gltitle");
   solva::SetClockMode(solva::ClockMode::Virtual, 1000000);
   {
-    Quiet quiet;
     gltitle::TitleInstance app(nullptr);
     app.Enter();
     auto frame = [&] {

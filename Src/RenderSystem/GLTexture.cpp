@@ -173,8 +173,7 @@ int GLTexture::LoadRawPixelData(void* pixels, unsigned format) {
   const RawFormat& row = kRawFormats[format];
   CreateTexture();
   mByteSize = row.bytesPerPixel * mWidth * mHeight;
-  glTexImage2D(GL_TEXTURE_2D, 0, GLint(row.format), GLsizei(mWidth), GLsizei(mHeight), 0, row.format, row.type,
-               pixels);
+  glTexImage2D(GL_TEXTURE_2D, 0, GLint(row.format), GLsizei(mWidth), GLsizei(mHeight), 0, row.format, row.type, pixels);
   SetTextureParameters();
   return 0;
 }

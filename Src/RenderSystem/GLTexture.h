@@ -43,13 +43,13 @@ class GLTexture {
   // Deletes the GL texture and forgets the name, whatever the count.
   void Clear();
 
-  std::string mName;     // the path or name it was loaded under
-  unsigned mRefCount;    // users, counted by the manager; 0 after construction
-  unsigned mTextureID;   // the GL texture name, 0 when none
+  std::string mName;    // the path or name it was loaded under
+  unsigned mRefCount;   // users, counted by the manager; 0 after construction
+  unsigned mTextureID;  // the GL texture name, 0 when none
   unsigned mWidth;
   unsigned mHeight;
-  int mLoadFlag;         // set to 0 by the manager after a load, read by nothing
-  unsigned mByteSize;    // bytes of the uploaded image
+  int mLoadFlag;       // set to 0 by the manager after a load, read by nothing
+  unsigned mByteSize;  // bytes of the uploaded image
 
  private:
   // Enables texturing, makes a texture name and binds it.

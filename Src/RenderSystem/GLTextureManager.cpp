@@ -58,17 +58,7 @@ GLTexture* GLTextureManager::LoadTexture(std::string name, unsigned int* outID) 
     if (outID != 0) *outID = 0;
     return 0;
   }
-  const unsigned id = texture->mTextureID;
-  mIDToTexture.insert(std::make_pair(id, texture));
-  mNameToID.insert(std::make_pair(name, id));
-  if (id != 0) ++texture->mRefCount;
-  texture->mLoadFlag = 0;
-  mTextureBytes += texture->mByteSize;
-
-  if (mLoadListener != 0) mLoadListener->OnTextureLoaded(name, mLoadTimer.getElapsedTime());
-  mLoadTimer.start();
-  if (outID != 0) *outID = id;
-  return texture;
+  return Register(texture, name, name, outID);
 }
 
 GLTexture* GLTextureManager::LoadTexture(void* pixels, unsigned width, unsigned height, unsigned bits,
@@ -79,9 +69,14 @@ GLTexture* GLTextureManager::LoadTexture(void* pixels, unsigned width, unsigned 
     if (outID != 0) *outID = 0;
     return 0;
   }
+  return Register(texture, texture->mName, name, outID);
+}
+
+GLTexture* GLTextureManager::Register(GLTexture* texture, const std::string& key, const std::string& name,
+                                      unsigned int* outID) {
   const unsigned id = texture->mTextureID;
   mIDToTexture.insert(std::make_pair(id, texture));
-  mNameToID.insert(std::make_pair(texture->mName, id));  // an older entry of that name stays
+  mNameToID.insert(std::make_pair(key, id));  // an older entry of that name stays
   if (id != 0) ++texture->mRefCount;
   texture->mLoadFlag = 0;
   mTextureBytes += texture->mByteSize;

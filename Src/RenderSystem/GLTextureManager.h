@@ -68,7 +68,7 @@ class GLTextureManager : public Singleton<GLTextureManager, Tag_Singleton_Manual
 
   std::map<std::string, unsigned int> mNameToID;
   std::map<unsigned int, GLTexture*> mIDToTexture;  // owning
-  unsigned mMinFilter;  // GL_NEAREST; handed to GLTexture::Load, which ignores it
+  unsigned mMinFilter;                              // GL_NEAREST; handed to GLTexture::Load, which ignores it
   unsigned mMagFilter;
   ITextureLoadListener* mLoadListener;
   Timer mLoadTimer;
@@ -79,6 +79,9 @@ class GLTextureManager : public Singleton<GLTextureManager, Tag_Singleton_Manual
   unsigned mTextureBytes;  // mByteSize of every living texture
 
  private:
+  // Puts a newly loaded texture in the tables under `key`, counts it and tells the
+  // listener of `name`.
+  GLTexture* Register(GLTexture* texture, const std::string& key, const std::string& name, unsigned int* outID);
   // One user less of the texture at `entry`; erases it with the last.
   void Release(std::map<unsigned int, GLTexture*>::iterator entry);
 };

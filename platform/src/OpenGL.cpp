@@ -7,6 +7,8 @@
 // eglSwapBuffers itself, and because titles and the host find libsolva before
 // Mesa's libEGL (which is libsolva's own dependency), their calls come here first.
 // This one publishes the plane and hands the call on to Mesa.
+#include "solva/OpenGL.h"
+
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
 #include <GLES/gl.h>
@@ -23,7 +25,6 @@
 #include "Display.h"
 #include "SolvaOpenGLConfig.h"
 #include "solva/Display.h"
-#include "solva/OpenGL.h"
 
 namespace {
 
@@ -92,13 +93,15 @@ bool SwapsReachTheDevice() {
          dladdr(reinterpret_cast<void*>(&PublishPlane), &self) != 0 && found.dli_fbase == self.dli_fbase;
 }
 
+// The EGL display stays initialised for the life of the process, as EGL allows:
+// terminating it would unload Mesa's driver (and lose track of what the driver
+// keeps for each thread), and the next context would load it again.
 void Release(Context& gl) {
   if (!gl.alive) return;
   EGLDisplay display = static_cast<EGLDisplay>(gl.config.eglDisplay);
   eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
   eglDestroyContext(display, static_cast<EGLContext>(gl.config.eglContext));
   eglDestroySurface(display, static_cast<EGLSurface>(gl.config.eglSurface));
-  eglTerminate(display);
   eglReleaseThread();
   CDisplaySvc service;
   service.UnRegister(gl.config.hndlDisplay, Vantrel::Solva::kDisplayScreenAllScreens);
@@ -138,17 +141,27 @@ bool Create(Context& gl, std::string* why) {
     eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
     if (context != EGL_NO_CONTEXT) eglDestroyContext(display, context);
     if (surface != EGL_NO_SURFACE) eglDestroySurface(display, surface);
-    eglTerminate(display);
     eglReleaseThread();
     return false;
   };
-  const EGLint configAttributes[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_ES_BIT,
-                                     EGL_RED_SIZE, 8, EGL_GREEN_SIZE, 8, EGL_BLUE_SIZE, 8, EGL_ALPHA_SIZE, 8,
-                                     EGL_DEPTH_SIZE, 16, EGL_NONE};
+  const EGLint configAttributes[] = {EGL_SURFACE_TYPE,
+                                     EGL_PBUFFER_BIT,
+                                     EGL_RENDERABLE_TYPE,
+                                     EGL_OPENGL_ES_BIT,
+                                     EGL_RED_SIZE,
+                                     8,
+                                     EGL_GREEN_SIZE,
+                                     8,
+                                     EGL_BLUE_SIZE,
+                                     8,
+                                     EGL_ALPHA_SIZE,
+                                     8,
+                                     EGL_DEPTH_SIZE,
+                                     16,
+                                     EGL_NONE};
   EGLConfig config = nullptr;
   EGLint count = 0;
-  if (!eglBindAPI(EGL_OPENGL_ES_API) || !eglChooseConfig(display, configAttributes, &config, 1, &count) ||
-      count < 1) {
+  if (!eglBindAPI(EGL_OPENGL_ES_API) || !eglChooseConfig(display, configAttributes, &config, 1, &count) || count < 1) {
     return fail("EGL offers no OpenGL ES 1.x pbuffer with 8-bit RGBA", EGL_NO_SURFACE, EGL_NO_CONTEXT);
   }
   const EGLint surfaceAttributes[] = {EGL_WIDTH, solva::kScreenWidth, EGL_HEIGHT, solva::kScreenHeight, EGL_NONE};
@@ -169,8 +182,8 @@ bool Create(Context& gl, std::string* why) {
   }
 
   CDisplaySvc service;
-  void* plane = service.CreateHandle(solva::kScreenHeight, solva::kScreenWidth, Vantrel::Solva::kPixelFormatARGB8888,
-                                     nullptr);
+  void* plane =
+      service.CreateHandle(solva::kScreenHeight, solva::kScreenWidth, Vantrel::Solva::kPixelFormatARGB8888, nullptr);
   service.Register(plane, 0, 0, Vantrel::Solva::kDisplayOnBottom, Vantrel::Solva::kDisplayScreenAllScreens);
   gl.config.eglDisplay = display;
   gl.config.eglConfig = config;

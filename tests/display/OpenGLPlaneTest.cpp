@@ -137,8 +137,8 @@ TEST_F(OpenGLPlane, DrawingWithoutASwapChangesNothingOnTheScreen) {
 
 TEST_F(OpenGLPlane, TheTopRowOfTheSurfaceIsTheTopRowOfTheScreen) {
   Fill(0, 0, 0, 255);
-  Rect(0, 0, 3, 2, 255, 255, 255);       // top left
-  Rect(470, 260, 10, 12, 0, 0, 255);     // bottom right
+  Rect(0, 0, 3, 2, 255, 255, 255);    // top left
+  Rect(470, 260, 10, 12, 0, 0, 255);  // bottom right
   mGL->Swap();
   EXPECT_EQ(0xFFFFFFFFu, solva::ScreenPixel(0, 0));
   EXPECT_EQ(0xFFFFFFFFu, solva::ScreenPixel(2, 1));

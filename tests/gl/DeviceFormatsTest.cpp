@@ -2,9 +2,8 @@
 // and drawn on the real GL context: the drawn pixels are the pixels that the
 // image decoder gives for the same file, compared through the format's channel
 // widths where the GL rounds.
-#include "TextureFixture.h"
-
 #include "RenderSystem/ImageLoader.h"
+#include "TextureFixture.h"
 
 namespace {
 
@@ -47,23 +46,20 @@ TEST_P(DeviceFormats, DrawnPixelsAreTheDecodedPixels) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Raw, DeviceFormats,
-    testing::Values(Case{1, 32, 0, "R8G8B8A8"}, Case{2, 16, 0, "R5G5B5A1"}, Case{3, 16, 0, "R5G6B5"},
-                    Case{4, 16, 0, "R4G4B4A4"}, Case{5, 16, 0, "L8A8"}),
-    [](const testing::TestParamInfo<Case>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Raw, DeviceFormats,
+                         testing::Values(Case{1, 32, 0, "R8G8B8A8"}, Case{2, 16, 0, "R5G5B5A1"},
+                                         Case{3, 16, 0, "R5G6B5"}, Case{4, 16, 0, "R4G4B4A4"}, Case{5, 16, 0, "L8A8"}),
+                         [](const testing::TestParamInfo<Case>& info) { return std::string(info.param.name); });
 
-INSTANTIATE_TEST_SUITE_P(
-    Palette16, DeviceFormats,
-    testing::Values(Case{1, 32, 1, "P4_R8G8B8A8"}, Case{2, 16, 1, "P4_R5G5B5A1"}, Case{3, 16, 1, "P4_R5G6B5"},
-                    Case{4, 16, 1, "P4_R4G4B4A4"}),
-    [](const testing::TestParamInfo<Case>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Palette16, DeviceFormats,
+                         testing::Values(Case{1, 32, 1, "P4_R8G8B8A8"}, Case{2, 16, 1, "P4_R5G5B5A1"},
+                                         Case{3, 16, 1, "P4_R5G6B5"}, Case{4, 16, 1, "P4_R4G4B4A4"}),
+                         [](const testing::TestParamInfo<Case>& info) { return std::string(info.param.name); });
 
-INSTANTIATE_TEST_SUITE_P(
-    Palette256, DeviceFormats,
-    testing::Values(Case{1, 32, 2, "P8_R8G8B8A8"}, Case{2, 16, 2, "P8_R5G5B5A1"}, Case{3, 16, 2, "P8_R5G6B5"},
-                    Case{4, 16, 2, "P8_R4G4B4A4"}),
-    [](const testing::TestParamInfo<Case>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Palette256, DeviceFormats,
+                         testing::Values(Case{1, 32, 2, "P8_R8G8B8A8"}, Case{2, 16, 2, "P8_R5G5B5A1"},
+                                         Case{3, 16, 2, "P8_R5G6B5"}, Case{4, 16, 2, "P8_R4G4B4A4"}),
+                         [](const testing::TestParamInfo<Case>& info) { return std::string(info.param.name); });
 
 using ConversionPath = gltest::TextureTest;
 

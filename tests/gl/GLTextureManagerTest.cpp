@@ -21,15 +21,6 @@ class TextureManager : public gltest::TextureTest {
   std::string Tga(const std::string& base) { return WriteTga(base + ".tga", 2, 2, 24, Pattern(12, 9)); }
 };
 
-// Everything `body` prints on standard output.
-std::string Printed(const std::function<void()>& body) {
-  fflush(stdout);
-  testing::internal::CaptureStdout();
-  body();
-  fflush(stdout);
-  return testing::internal::GetCapturedStdout();
-}
-
 TEST_F(TextureManager, ANewManagerFiltersNearestAndHoldsNothing) {
   GLTextureManager& manager = Manager();
   EXPECT_EQ(9728u, manager.mMinFilter);
@@ -111,7 +102,8 @@ TEST_F(TextureManager, NoExpandOfAMissingNameReturnsNullSilentlyAndLeavesTheByte
   Manager().LoadTexture(Udi("a"), nullptr);
   unsigned id = 99;
   GLTexture* texture = nullptr;
-  const std::string out = Printed([&] { texture = Manager().LoadTextureNoExpand(dir.file("none").c_str(), &id); });
+  const std::string out =
+      zvtest::CapturedStdout([&] { texture = Manager().LoadTextureNoExpand(dir.file("none").c_str(), &id); });
   EXPECT_EQ(nullptr, texture);
   EXPECT_EQ(0u, id);
   EXPECT_EQ("", out);
@@ -260,7 +252,7 @@ TEST_F(TextureManager, TheLoadListenerHearsOfEveryUploadAndTheTimeBetween) {
   Manager().LoadTexture(a, nullptr);
   clock.advance(250);
   Manager().LoadTexture(b, nullptr);
-  Manager().LoadTexture(a, nullptr);                // shared: no upload
+  Manager().LoadTexture(a, nullptr);                  // shared: no upload
   Manager().LoadTexture(dir.file("x.tga"), nullptr);  // failed: no upload
   ASSERT_EQ((std::vector<std::string>{a, b}), log.names);
   EXPECT_FLOAT_EQ(0.25f, log.times[1]);
@@ -268,11 +260,11 @@ TEST_F(TextureManager, TheLoadListenerHearsOfEveryUploadAndTheTimeBetween) {
 
 TEST(TextureManagerDeathTest, TheManagerBeforeItExistsFailsTheAssertion) {
   ASSERT_EQ(nullptr, GLTextureManager::instance_);
-  EXPECT_DEATH(gxGetTextureManager(),
-               zvtest::Literal(zvtest::AssertText(
-                   "Src/Base/singleton.h", 40,
-                   "static T& Singleton<T, Tag_Singleton_Manual>::sInstance() [with T = GLTextureManager]",
-                   "instance_")));
+  EXPECT_DEATH(
+      gxGetTextureManager(),
+      zvtest::Literal(zvtest::AssertText(
+          "Src/Base/singleton.h", 40,
+          "static T& Singleton<T, Tag_Singleton_Manual>::sInstance() [with T = GLTextureManager]", "instance_")));
 }
 
 }  // namespace

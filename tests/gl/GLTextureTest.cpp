@@ -53,8 +53,11 @@ TEST_F(GLTextureLoad, RawFormatsCountTheirBytesAndUploadNearestAndClamped) {
 
 TEST_F(GLTextureLoad, PalettedFormatsCountPaletteAndIndices) {
   // Palette of 16 or 256 entries of 4 or 2 bytes, then indices of 4 or 8 bits.
-  const unsigned sizes[5][3] = {{0, 0, 0}, {0, 8 * 4 / 2 + 64, 8 * 4 + 1024}, {0, 8 * 4 / 2 + 32, 8 * 4 + 512},
-                                {0, 8 * 4 / 2 + 32, 8 * 4 + 512}, {0, 8 * 4 / 2 + 32, 8 * 4 + 512}};
+  const unsigned sizes[5][3] = {{0, 0, 0},
+                                {0, 8 * 4 / 2 + 64, 8 * 4 + 1024},
+                                {0, 8 * 4 / 2 + 32, 8 * 4 + 512},
+                                {0, 8 * 4 / 2 + 32, 8 * 4 + 512},
+                                {0, 8 * 4 / 2 + 32, 8 * 4 + 512}};
   for (unsigned format = 1; format <= 4; ++format) {
     for (unsigned paletteType = 1; paletteType <= 2; ++paletteType) {
       SCOPED_TRACE(testing::Message() << "format " << format << " palette " << paletteType);
@@ -113,7 +116,8 @@ TEST_F(GLTextureLoad, TwentyFourBitPixelsGetOpaqueAlpha) {
   ASSERT_EQ(0, texture.Load(const_cast<uint8_t*>(rgb), 2, 2, 24, "rgb"));
   EXPECT_EQ(2u * 2 * 4, texture.mByteSize);
   zvtest::DrawTexture(texture.mTextureID, 0, 0, 2, 2);
-  EXPECT_EQ((std::vector<uint32_t>{0xFF0A141Eu, 0xFF28323Cu, 0xFF46505Au, 0xFF646E78u}), zvtest::ReadPixels(0, 0, 2, 2));
+  EXPECT_EQ((std::vector<uint32_t>{0xFF0A141Eu, 0xFF28323Cu, 0xFF46505Au, 0xFF646E78u}),
+            zvtest::ReadPixels(0, 0, 2, 2));
 }
 
 TEST_F(GLTextureLoad, ThirtyTwoBitPixelsAreTakenAsAlphaRedGreenBlue) {
@@ -132,7 +136,8 @@ TEST_F(GLTextureLoad, AUdiOfFormatZeroAndThirtyTwoBitsTakesTheConversionPath) {
   EXPECT_EQ(path, texture.mName);
   EXPECT_EQ(16u, texture.mByteSize);
   zvtest::DrawTexture(texture.mTextureID, 0, 0, 2, 2);
-  EXPECT_EQ((std::vector<uint32_t>{0x40112233u, 0xFF445566u, 0x00778899u, 0xC0AABBCCu}), zvtest::ReadPixels(0, 0, 2, 2));
+  EXPECT_EQ((std::vector<uint32_t>{0x40112233u, 0xFF445566u, 0x00778899u, 0xC0AABBCCu}),
+            zvtest::ReadPixels(0, 0, 2, 2));
 }
 
 TEST_F(GLTextureLoad, AUdiWithPaletteTypeOneAndFormatFiveFailsOnThePalettedPath) {

@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 #include <malloc.h>
 
-#include <functional>
-
 #include "BaseFramework/GameManager.h"
 #include "MediaCenter/VT/ZvArchive.h"
 #include "RenderSystem/GLTextureManager.h"
@@ -62,14 +60,6 @@ Bytes Package(const std::vector<Entry>& entries, const Bytes& block, int headerE
   return out;
 }
 
-std::string Printed(const std::function<void()>& body) {
-  fflush(stdout);
-  testing::internal::CaptureStdout();
-  body();
-  fflush(stdout);
-  return testing::internal::GetCapturedStdout();
-}
-
 class PkgFile : public testing::Test {
  protected:
   void SetUp() override {
@@ -100,47 +90,47 @@ class PkgFile : public testing::Test {
 TEST_F(PkgFile, TheIndexAndTheDataBlockAreRead) {
   const Bytes block = {1, 2, 3, 4, 5, 6, 7, 8, 9};
   zvtest::WriteBytes(DefaultPackage(), Package({{"menu.tga", 0, 4}, {"icon", 4, 5}}, block));
-  const std::string out = Printed([&] { Manager().LoadPkgFile(DefaultPackage(), 0); });
+  const std::string out = zvtest::CapturedStdout([&] { Manager().LoadPkgFile(DefaultPackage(), 0); });
   EXPECT_EQ(kLoaded, out);
   ASSERT_EQ(2u, Manager().mPkgIndex.size());
   EXPECT_EQ(std::make_pair(0u, 4u), Manager().mPkgIndex["menu.tga"]);
   EXPECT_EQ(std::make_pair(4u, 5u), Manager().mPkgIndex["icon"]);
   ASSERT_NE(nullptr, Manager().mPkgBuffer);
   EXPECT_EQ(block, Bytes(Manager().mPkgBuffer, Manager().mPkgBuffer + block.size()));
-  EXPECT_EQ(kReleased, Printed([&] { Manager().ReleasePkgFile(); }));
+  EXPECT_EQ(kReleased, zvtest::CapturedStdout([&] { Manager().ReleasePkgFile(); }));
   EXPECT_TRUE(Manager().mPkgIndex.empty());
   EXPECT_EQ(nullptr, Manager().mPkgBuffer);
 }
 
 TEST_F(PkgFile, ALaterEntryOfTheSameNameReplacesTheEarlierPair) {
   zvtest::WriteBytes(DefaultPackage(), Package({{"a", 1, 2}, {"a", 3, 4}}, {0, 0}));
-  Printed([&] { Manager().LoadPkgFile(DefaultPackage(), 0); });
+  zvtest::CapturedStdout([&] { Manager().LoadPkgFile(DefaultPackage(), 0); });
   ASSERT_EQ(1u, Manager().mPkgIndex.size());
   EXPECT_EQ(std::make_pair(3u, 4u), Manager().mPkgIndex["a"]);
-  Printed([&] { Manager().ReleasePkgFile(); });
+  zvtest::CapturedStdout([&] { Manager().ReleasePkgFile(); });
 }
 
 TEST_F(PkgFile, LoadingTwiceKeepsTheLastIndex) {
   zvtest::WriteBytes(DefaultPackage(), Package({{"first", 1, 1}}, {7, 7, 7}));
   const std::string second = mTitle.file("second.pkg");
   zvtest::WriteBytes(second, Package({{"second", 2, 2}, {"third", 3, 3}}, {8, 8, 8}));
-  Printed([&] {
+  zvtest::CapturedStdout([&] {
     Manager().LoadPkgFile(DefaultPackage(), 0);
     Manager().LoadPkgFile(second, 0);
   });
   EXPECT_EQ(0u, Manager().mPkgIndex.count("first"));
   EXPECT_EQ(std::make_pair(2u, 2u), Manager().mPkgIndex["second"]);
   EXPECT_EQ(std::make_pair(3u, 3u), Manager().mPkgIndex["third"]);
-  Printed([&] { Manager().ReleasePkgFile(); });
+  zvtest::CapturedStdout([&] { Manager().ReleasePkgFile(); });
 }
 
 TEST_F(PkgFile, AMissingPackageLeavesTheIndexEmptyQuietly) {
   zvtest::WriteBytes(DefaultPackage(), Package({{"old", 1, 1}}, {1}));
-  Printed([&] { Manager().LoadPkgFile(DefaultPackage(), 0); });
-  std::string out = Printed([&] { Manager().LoadPkgFile(mTitle.file("none.pkg"), 0); });
+  zvtest::CapturedStdout([&] { Manager().LoadPkgFile(DefaultPackage(), 0); });
+  std::string out = zvtest::CapturedStdout([&] { Manager().LoadPkgFile(mTitle.file("none.pkg"), 0); });
   EXPECT_EQ("", out);
   EXPECT_TRUE(Manager().mPkgIndex.empty());
-  Printed([&] { Manager().ReleasePkgFile(); });
+  zvtest::CapturedStdout([&] { Manager().ReleasePkgFile(); });
 }
 
 TEST_F(PkgFile, TheDataBlockIsAsLongAsTheTitlesOwnPackageMakesIt) {
@@ -153,39 +143,39 @@ TEST_F(PkgFile, TheDataBlockIsAsLongAsTheTitlesOwnPackageMakesIt) {
   zvtest::WriteBytes(DefaultPackage(), longer);
   const std::string path = mTitle.file("other.pkg");
   zvtest::WriteBytes(path, loaded);
-  Printed([&] { Manager().LoadPkgFile(path, 0); });
+  zvtest::CapturedStdout([&] { Manager().LoadPkgFile(path, 0); });
   Bytes expected = block;
   expected.resize(23, 0);
   EXPECT_EQ(expected, Bytes(Manager().mPkgBuffer, Manager().mPkgBuffer + 23));
-  Printed([&] { Manager().ReleasePkgFile(); });
+  zvtest::CapturedStdout([&] { Manager().ReleasePkgFile(); });
 }
 
 TEST_F(PkgFile, ANameTooLongForTheReaderEndsTheIndexThere) {
   zvtest::WriteBytes(DefaultPackage(),
                      Package({{"kept", 1, 1}, {std::string(128, 'n'), 2, 2}, {"after", 3, 3}}, {1, 2}));
-  Printed([&] { Manager().LoadPkgFile(DefaultPackage(), 0); });
+  zvtest::CapturedStdout([&] { Manager().LoadPkgFile(DefaultPackage(), 0); });
   ASSERT_EQ(1u, Manager().mPkgIndex.size());
   EXPECT_EQ(std::make_pair(1u, 1u), Manager().mPkgIndex["kept"]);
-  Printed([&] { Manager().ReleasePkgFile(); });
+  zvtest::CapturedStdout([&] { Manager().ReleasePkgFile(); });
 }
 
 TEST_F(PkgFile, ACountBeyondTheEntriesEndsTheIndexAtTheEndOfTheFile) {
   Bytes file = Package({{"only", 5, 6}}, {});
   file[4] = 200;  // the count
   zvtest::WriteBytes(DefaultPackage(), file);
-  Printed([&] { Manager().LoadPkgFile(DefaultPackage(), 0); });
+  zvtest::CapturedStdout([&] { Manager().LoadPkgFile(DefaultPackage(), 0); });
   ASSERT_EQ(1u, Manager().mPkgIndex.size());
   EXPECT_EQ(std::make_pair(5u, 6u), Manager().mPkgIndex["only"]);
-  Printed([&] { Manager().ReleasePkgFile(); });
+  zvtest::CapturedStdout([&] { Manager().ReleasePkgFile(); });
 }
 
 TEST_F(PkgFile, AHeaderReachingBeyondTheFileLeavesNoDataBlock) {
   zvtest::WriteBytes(DefaultPackage(), Package({{"a", 1, 1}}, {1, 2, 3}, 1000));
-  Printed([&] { Manager().LoadPkgFile(DefaultPackage(), 0); });
+  zvtest::CapturedStdout([&] { Manager().LoadPkgFile(DefaultPackage(), 0); });
   EXPECT_EQ(1u, Manager().mPkgIndex.size());
   ASSERT_NE(nullptr, Manager().mPkgBuffer);
   EXPECT_LT(malloc_usable_size(Manager().mPkgBuffer), 64u) << "an empty block, not 4 GB";
-  Printed([&] { Manager().ReleasePkgFile(); });
+  zvtest::CapturedStdout([&] { Manager().ReleasePkgFile(); });
 }
 
 TEST_F(PkgFile, PathsUnderResUIUITextureAreInThePackageEvenWithNoneLoaded) {

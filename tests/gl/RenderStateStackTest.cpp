@@ -1,10 +1,9 @@
 // The guard of GL state around a special draw, on the real context: what it saves
 // when it begins and puts back when it ends, and its ring of colours.
-#include "RenderSystem/RenderStateStack.h"
-
 #include <GLES/gl.h>
 #include <gtest/gtest.h>
 
+#include "RenderSystem/RenderStateStack.h"
 #include "support/GLTestSupport.h"
 #include "support/TestSupport.h"
 

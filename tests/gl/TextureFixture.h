@@ -34,18 +34,11 @@ class TextureTest : public testing::Test {
 
   GLTextureManager& Manager() { return *gxGetTextureManager(); }
 
-  // A stored UDI file `name` in the folder; returns its path.
+  // A UDI file `name` in the folder; returns its path.
   std::string WriteUdi(const std::string& name, int width, int height, int format, int bits, int paletteType,
                        const Bytes& payload, int compression = 0) {
-    zvtest::UdiLayout layout;
-    layout.width = uint16_t(width);
-    layout.height = uint16_t(height);
-    layout.pixelFormat = uint8_t(format);
-    layout.bitsPerPixel = uint8_t(bits);
-    layout.paletteType = uint8_t(paletteType);
-    layout.compression = uint8_t(compression);
     const std::string path = dir.file(name);
-    zvtest::WriteBytes(path, zvtest::MakeUdi(layout, payload));
+    zvtest::WriteUdi(path, width, height, format, bits, paletteType, payload, compression);
     return path;
   }
 

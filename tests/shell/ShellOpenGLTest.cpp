@@ -156,9 +156,10 @@ TEST_F(ShellOpenGL, TheScreenOfTheProjectionHasItsOriginAtTheTopLeft) {
   glDisable(GL_TEXTURE_2D);
   glDisable(GL_BLEND);
   glColor4x(kOne, kOne, 0, kOne);
-  const GLfixed corners[] = {0, 0, 2 * kOne, 0, 0, kOne, 2 * kOne, kOne,  // top left, 2 x 1
-                             478 * kOne, 270 * kOne, 480 * kOne, 270 * kOne, 478 * kOne, 272 * kOne, 480 * kOne,
-                             272 * kOne};  // bottom right, 2 x 2
+  const GLfixed corners[] = {0,          0,          2 * kOne,   0,
+                             0,          kOne,       2 * kOne,   kOne,  // top left, 2 x 1
+                             478 * kOne, 270 * kOne, 480 * kOne, 270 * kOne,
+                             478 * kOne, 272 * kOne, 480 * kOne, 272 * kOne};  // bottom right, 2 x 2
   glEnableClientState(GL_VERTEX_ARRAY);
   glVertexPointer(2, GL_FIXED, 0, corners);
   glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);

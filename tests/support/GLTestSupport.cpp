@@ -93,8 +93,9 @@ testing::AssertionResult SamePixels(const std::string& name, const std::vector<u
   std::ostringstream first;
   for (size_t i = 0; i < count; ++i) {
     const uint32_t e = expected[i], a = actual[i];
-    const bool same = Channel(e, 16, bits.r) == Channel(a, 16, bits.r) && Channel(e, 8, bits.g) == Channel(a, 8, bits.g) &&
-                      Channel(e, 0, bits.b) == Channel(a, 0, bits.b) && Channel(e, 24, bits.a) == Channel(a, 24, bits.a);
+    const bool same =
+        Channel(e, 16, bits.r) == Channel(a, 16, bits.r) && Channel(e, 8, bits.g) == Channel(a, 8, bits.g) &&
+        Channel(e, 0, bits.b) == Channel(a, 0, bits.b) && Channel(e, 24, bits.a) == Channel(a, 24, bits.a);
     if (same) continue;
     if (differing++ == 0) {
       first << std::hex << "first at (" << std::dec << i % width << ", " << i / width << "): expected 0x" << std::hex
@@ -115,7 +116,8 @@ std::vector<uint32_t> ExpandDevicePixels(const BMPData& image) {
   std::vector<uint32_t> out(count);
   const uint8_t* data = image.pixels;
   if (image.paletteType == 0) {
-    for (size_t i = 0; i < count; ++i) out[i] = DevicePixel(image.pixelFormat, data + i * DeviceBytes(image.pixelFormat));
+    for (size_t i = 0; i < count; ++i)
+      out[i] = DevicePixel(image.pixelFormat, data + i * DeviceBytes(image.pixelFormat));
     return out;
   }
   const int entries = image.paletteType == 1 ? 16 : 256;

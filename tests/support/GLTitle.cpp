@@ -16,11 +16,14 @@
 
 namespace gltitle {
 
+// Five a row, as on the screen.
+// clang-format off
 const char* const kTextureNames[15] = {
     "r8g8b8a8",    "r5g5b5a1",    "r5g6b5",    "r4g4b4a4",    "l8a8",
     "p4_r8g8b8a8", "p4_r5g5b5a1", "p4_r5g6b5", "p4_r4g4b4a4", "a8r8g8b8",
     "p8_r8g8b8a8", "p8_r5g5b5a1", "p8_r5g6b5", "p8_r4g4b4a4", "tga32",
 };
+// clang-format on
 
 namespace {
 
@@ -91,7 +94,8 @@ void TextureScene::Render() {
   glTexEnvx(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
   glColor4x(kOne, kOne, kOne, kOne);
   for (int tile = 0; tile < kTiles; ++tile) {
-    if (mTextures[tile] != 0) zvtest::DrawTexturedQuad(mTextures[tile]->mTextureID, TileX(tile), TileY(tile), kTileSize, kTileSize);
+    if (mTextures[tile] != 0)
+      zvtest::DrawTexturedQuad(mTextures[tile]->mTextureID, TileX(tile), TileY(tile), kTileSize, kTileSize);
   }
   DrawFrame(selected);
 }

@@ -31,7 +31,7 @@ class TextureScene : public IScene {
   void Update(float dt) override;
   void Render() override;
 
-  int loaded = 0;   // textures that came
+  int loaded = 0;  // textures that came
   int selected = 0;
   int frames = 0;
 

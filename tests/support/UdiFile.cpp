@@ -19,8 +19,8 @@ Bytes MakeUdi(const UdiLayout& layout, const Bytes& payload) {
   Bytes out;
   PutText(out, std::string("UDI", 3));
   PutU8(out, 0);
-  PutU32(out, 0xDEADBEEF);                                                // 4: not read
-  PutU32(out, uint32_t(36 + payload.size()));                             // 8: unpacked file length
+  PutU32(out, 0xDEADBEEF);                                               // 4: not read
+  PutU32(out, uint32_t(36 + payload.size()));                            // 8: unpacked file length
   PutU32(out, uint32_t(36 + stored.size() + layout.storedLengthError));  // 12: stored file length
   PutU16(out, layout.width);
   PutU16(out, layout.height);
@@ -35,6 +35,18 @@ Bytes MakeUdi(const UdiLayout& layout, const Bytes& payload) {
   for (int i = 0; i < 8; ++i) PutU8(out, uint8_t(0xC0 + i));  // 28 to 35: carried along
   out.insert(out.end(), stored.begin(), stored.end());
   return out;
+}
+
+void WriteUdi(const std::string& path, int width, int height, int pixelFormat, int bits, int paletteType,
+              const Bytes& payload, int compression) {
+  UdiLayout layout;
+  layout.width = uint16_t(width);
+  layout.height = uint16_t(height);
+  layout.pixelFormat = uint8_t(pixelFormat);
+  layout.bitsPerPixel = uint8_t(bits);
+  layout.paletteType = uint8_t(paletteType);
+  layout.compression = uint8_t(compression);
+  WriteBytes(path, MakeUdi(layout, payload));
 }
 
 }  // namespace zvtest

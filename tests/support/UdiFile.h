@@ -21,4 +21,8 @@ struct UdiLayout {
 
 Bytes MakeUdi(const UdiLayout& layout, const Bytes& payload);
 
+// A UDI file at `path` of that size, pixel format, colour size and palette type.
+void WriteUdi(const std::string& path, int width, int height, int pixelFormat, int bits, int paletteType,
+              const Bytes& payload, int compression = 0);
+
 }  // namespace zvtest
