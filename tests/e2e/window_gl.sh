@@ -12,10 +12,20 @@ fail() { echo "FAIL: $*"; cat "$work/out.txt"; exit 1; }
   --answer "$work/answer.json" --mic none > "$work/out.txt" 2>&1 &
 sim=$!
 wid=$(window_of $sim) || { echo "FAIL: no window"; exit 1; }
-press Right
-press Right
-press Down
-sleep 0.3
+# The title takes keys once its first screen is up (slower under the sanitizers):
+# F12 until a screenshot shows it.
+newest() { ls -t "$work/shots"/solva-*.png 2> /dev/null | head -1; }
+for i in $(seq 60); do
+  xdotool key F12
+  sleep 0.25
+  shot=$(newest)
+  [ -n "$shot" ] && "$PNGDIFF" "$SOURCE_DIR/tests/e2e/screens/g1-textures.png" "$shot" > /dev/null && break
+done
+# A release and the next press within one frame would be no press at all.
+for key in Right Right Down; do
+  press $key
+  sleep 0.3
+done
 xdotool key F12
 sleep 0.3
 press Escape
@@ -31,9 +41,9 @@ case "$(cat "$work/answer.json")" in
   *) fail "answer was $(cat "$work/answer.json")" ;;
 esac
 expected="$SOURCE_DIR/tests/e2e/screens/g2-moved.png"
-if ! "$PNGDIFF" "$expected" "$work/shots/solva-1.png"; then
+if ! "$PNGDIFF" "$expected" "$(newest)"; then
   mkdir -p "$BUILD_DIR/e2e-actual"
-  cp "$work/shots/solva-1.png" "$BUILD_DIR/e2e-actual/window-g2-moved_actual.png"
+  cp "$(newest)" "$BUILD_DIR/e2e-actual/window-g2-moved_actual.png"
   cp "$expected" "$BUILD_DIR/e2e-actual/window-g2-moved_expected.png"
   fail "the window's screen differs; see $BUILD_DIR/e2e-actual/window-g2-moved_actual.png"
 fi
