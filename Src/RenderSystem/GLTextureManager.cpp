@@ -58,7 +58,7 @@ GLTexture* GLTextureManager::LoadTexture(std::string name, unsigned int* outID) 
     if (outID != 0) *outID = 0;
     return 0;
   }
-  return Register(texture, name, name, outID);
+  return Register(texture, outID);
 }
 
 GLTexture* GLTextureManager::LoadTexture(void* pixels, unsigned width, unsigned height, unsigned bits,
@@ -69,19 +69,18 @@ GLTexture* GLTextureManager::LoadTexture(void* pixels, unsigned width, unsigned 
     if (outID != 0) *outID = 0;
     return 0;
   }
-  return Register(texture, texture->mName, name, outID);
+  return Register(texture, outID);
 }
 
-GLTexture* GLTextureManager::Register(GLTexture* texture, const std::string& key, const std::string& name,
-                                      unsigned int* outID) {
+GLTexture* GLTextureManager::Register(GLTexture* texture, unsigned int* outID) {
   const unsigned id = texture->mTextureID;
   mIDToTexture.insert(std::make_pair(id, texture));
-  mNameToID.insert(std::make_pair(key, id));  // an older entry of that name stays
+  mNameToID.insert(std::make_pair(texture->mName, id));  // an older entry of that name stays
   if (id != 0) ++texture->mRefCount;
   texture->mLoadFlag = 0;
   mTextureBytes += texture->mByteSize;
 
-  if (mLoadListener != 0) mLoadListener->OnTextureLoaded(name, mLoadTimer.getElapsedTime());
+  if (mLoadListener != 0) mLoadListener->OnTextureLoaded(texture->mName, mLoadTimer.getElapsedTime());
   mLoadTimer.start();
   if (outID != 0) *outID = id;
   return texture;

@@ -79,9 +79,9 @@ class GLTextureManager : public Singleton<GLTextureManager, Tag_Singleton_Manual
   unsigned mTextureBytes;  // mByteSize of every living texture
 
  private:
-  // Puts a newly loaded texture in the tables under `key`, counts it and tells the
-  // listener of `name`.
-  GLTexture* Register(GLTexture* texture, const std::string& key, const std::string& name, unsigned int* outID);
+  // Puts a newly loaded texture in the tables under its name, counts it and tells
+  // the listener.
+  GLTexture* Register(GLTexture* texture, unsigned int* outID);
   // One user less of the texture at `entry`; erases it with the last.
   void Release(std::map<unsigned int, GLTexture*>::iterator entry);
 };
