@@ -65,8 +65,12 @@ bool Open(const DisplayOptions& options, std::string* error) {
     if (error) *error = std::string("cannot open a window: ") + SDL_GetError();
     return false;
   }
-  gSdl.renderer = SDL_CreateRenderer(gSdl.window, -1, 0);
-  if (!gSdl.renderer) gSdl.renderer = SDL_CreateRenderer(gSdl.window, -1, SDL_RENDERER_SOFTWARE);
+  // The window draws without a GL context of its own, in software onto the X
+  // window's own framebuffer: on the frame thread the title's 3D context must be
+  // the only one (a window-system GL context current there keeps the EGL one from
+  // being made current).
+  SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
+  gSdl.renderer = SDL_CreateRenderer(gSdl.window, -1, SDL_RENDERER_SOFTWARE);
   if (!gSdl.renderer) return Fail("cannot draw into the window", error);
   // Device pixels stay sharp squares when scaled up.
   SDL_SetHint(SDL_HINT_RENDER_SCALE_QUALITY, "0");
