@@ -20,6 +20,7 @@ const int XFontManager::sSystemFontCount = sizeof sFontPaths / sizeof sFontPaths
 namespace {
 
 const int kLineBytes = 512;  // the box functions' line buffer, terminator included
+const int kSpace = ' ';
 
 // The glyph record's offset bytes: 129 to 255 stand for value - 256; 128 stays +128.
 short OffsetFromByte(unsigned char value) { return value > 128 ? short(value - 256) : short(value); }
@@ -27,11 +28,11 @@ short OffsetFromByte(unsigned char value) { return value > 128 ? short(value - 2
 const XFontGlyph& Glyph(const XFontRecord& record, char c) { return record.mGlyphs[(unsigned char)c]; }
 
 // sp + the space's advance: the space of most width functions.
-int SpaceWidth(const XFontRecord& record) { return record.mCharSpacing + record.mGlyphs[' '].mAdvance; }
-int TabWidth(const XFontRecord& record) { return record.mGlyphs[' '].mAdvance * 4 + record.mCharSpacing; }
+int SpaceWidth(const XFontRecord& record) { return record.mCharSpacing + record.mGlyphs[kSpace].mAdvance; }
+int TabWidth(const XFontRecord& record) { return record.mGlyphs[kSpace].mAdvance * 4 + record.mCharSpacing; }
 // The space of getStringLenght, getWordLenght and drawString.
 int PenSpaceWidth(const XFontRecord& record) {
-  const int advance = record.mGlyphs[' '].mAdvance;
+  const int advance = record.mGlyphs[kSpace].mAdvance;
   return (advance != 0 ? advance : record.mEmSize / 3) + record.mCharSpacing;
 }
 int GlyphWidth(const XFontRecord& record, char c) {
