@@ -16,7 +16,8 @@
 #include "RenderSystem/GLTextureManager.h"
 #include "RenderSystem/XFontManager.h"
 #include "SolvaOpenGLConfig.h"
-#include "solva/Clock.h"
+#include "CKernelSvc.h"
+#include "Tamarin/SolvaServices.h"
 #include "support/gl/GLCallCounter.h"
 
 namespace {
@@ -26,6 +27,7 @@ struct Scene {
   Scene() : config(Vantrel::Solva::CreateSolvaOpenGLConfig()) {
     if (config == nullptr) abort();
     zvtest::GLCalls().keepUploads = false;
+    gKernelSvc = new Vantrel::Solva::CKernelSvc();  // the texture manager's load timer reads the clock
     GLTextureManager::sCreate();
     AnimatedModel2DRender::sCreate();
     XFontManager::sCreate();
@@ -45,6 +47,8 @@ struct Scene {
     AnimatedModel2DRender::instance_ = nullptr;
     delete GLTextureManager::instance_;
     GLTextureManager::instance_ = nullptr;
+    delete gKernelSvc;
+    gKernelSvc = 0;
     Vantrel::Solva::DestroySolvaOpenGLConfig(config);
   }
   SolvaOpenGLConfig* config;
