@@ -74,7 +74,7 @@ int AnimatedSpriteData::ReadAtlas(const std::string& path) {
   AnimatedSpriteLayerHeader header;
   header.mMagic = file.readUInt();
   if (header.mMagic != kMagic) return 0;
-  // 4.
+  // 4. The header is stored once the frames are read, with the number there are.
   header.mSpriteCount = file.readUInt();
   header.mCompactCells = file.readUInt();
   header.mReserved = file.readUInt();
