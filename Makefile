@@ -21,8 +21,10 @@ build: configure
 test: build
 	@ctest --preset $(PRESET) -j $(JOBS)
 
-# The recorder: in a window where there is a display, else the headless demo.
-run: build
+# The recorder: in a window where there is a display, else the headless demo. The
+# build says one line when it has something to do, and nothing when not.
+run: configure
+	@scripts/quiet-build $(PRESET) $(JOBS)
 	@scripts/run-recorder $(BUILD_DIR)
 
 bench: PRESET = default

@@ -2,21 +2,22 @@
 
 #include <cerrno>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
 
 namespace {
 
-// Button indices and the mask bits that raise them; indices 8 to 11 and 14 have
-// no key, index 15 comes with index 0.
-struct ButtonName {
+// Button names and their indices; a script is written with the first name of an
+// index. Indices 8 to 11 and 14 have no key, index 15 comes with index 0.
+struct NamedButton {
   const char* name;
   int index;
 };
-const ButtonName kButtonNames[] = {
-    {"up", 0},        {"down", 1},       {"right", 2}, {"left", 3},  {"a", 4},     {"b", 5},
-    {"back", 5},      {"lshoulder", 6},  {"rshoulder", 7}, {"menu", 12}, {"hint", 13}, {"pause", 16},
+const NamedButton kButtonNames[] = {
+    {"up", 0},        {"down", 1},       {"right", 2}, {"left", 3},  {"a", 4},     {"back", 5},
+    {"b", 5},      {"lshoulder", 6},  {"rshoulder", 7}, {"menu", 12}, {"hint", 13}, {"pause", 16},
 };
 
 bool ParseInt(const std::string& word, int64_t* out) {
@@ -58,13 +59,73 @@ uint32_t Script::ButtonMask(int index) {
   }
 }
 
+std::string Script::ButtonName(int index) {
+  for (const NamedButton& button : kButtonNames) {
+    if (button.index == index) return button.name;
+  }
+  return std::to_string(index);
+}
+
 int Script::ButtonIndex(const std::string& word) {
-  for (const ButtonName& button : kButtonNames) {
+  for (const NamedButton& button : kButtonNames) {
     if (word == button.name) return button.index;
   }
   int64_t index = 0;
   if (ParseInt(word, &index) && index >= 0 && index <= 16) return int(index);
   return -1;
+}
+
+namespace {
+
+// Seconds with the microsecond the device's clock keeps, without trailing zeros.
+std::string Seconds(double seconds) {
+  char text[64];
+  snprintf(text, sizeof text, "%.6f", seconds);
+  std::string out = text;
+  while (out.back() == '0') out.pop_back();
+  if (out.back() == '.') out.pop_back();
+  return out;
+}
+
+std::string Position(const ScriptCommand& command) {
+  return std::to_string(command.x) + " " + std::to_string(command.y);
+}
+
+}  // namespace
+
+std::string Script::Format(const ScriptCommand& command) {
+  switch (command.kind) {
+    case ScriptCommand::Wait: return "wait " + Seconds(command.seconds);
+    case ScriptCommand::Frames: return "frames " + std::to_string(command.number);
+    case ScriptCommand::Down: return "down " + Position(command);
+    case ScriptCommand::Move: return "move " + Position(command);
+    case ScriptCommand::Up: return "up " + Position(command);
+    case ScriptCommand::Tap: return "tap " + Position(command);
+    case ScriptCommand::Press: return "press " + ButtonName(int(command.number));
+    case ScriptCommand::Release: return "release " + ButtonName(int(command.number));
+    case ScriptCommand::Click: return "click " + ButtonName(int(command.number));
+    case ScriptCommand::Rotate: return "rotate " + std::to_string(command.number);
+    case ScriptCommand::MicUnplug: return "mic unplug";
+    case ScriptCommand::MicPlug: return "mic plug";
+    case ScriptCommand::PowerLow: return "power low";
+    case ScriptCommand::PowerOk: return "power ok";
+    case ScriptCommand::Suspend: return "suspend";
+    case ScriptCommand::Resume: return "resume " + Seconds(command.seconds);
+    case ScriptCommand::FreeBytes: return "free-bytes " + std::to_string(command.number);
+    case ScriptCommand::Screenshot: return "screenshot " + command.text;
+    case ScriptCommand::Exit: return "exit " + std::to_string(command.number);
+  }
+  return "";
+}
+
+int64_t Script::FramesOf(const ScriptCommand& command, int fps) {
+  switch (command.kind) {
+    case ScriptCommand::Wait: return int64_t(command.seconds * fps + 0.5);
+    case ScriptCommand::Frames: return command.number;
+    case ScriptCommand::Tap:
+    case ScriptCommand::Click: return 2;
+    default: return 0;
+  }
 }
 
 bool Script::Load(const std::string& path, std::string* error) {
@@ -118,8 +179,14 @@ bool Script::Parse(const std::string& text, const std::string& name, std::string
       command.x = int(a);
       command.y = int(b);
     } else if (verb == "up") {
-      if (!argc(0, 0)) return fail("up takes nothing");
+      if (!argc(0, 2) || w.size() == 2 ||
+          (w.size() == 3 && (!ParseInt(w[1], &a) || !ParseInt(w[2], &b) || a < -32768 || a > 32767 ||
+                             b < -32768 || b > 32767))) {
+        return fail("up takes nothing, or where the finger left, e.g. 'up 240 136'");
+      }
       command.kind = ScriptCommand::Up;
+      command.x = int(a);
+      command.y = int(b);
     } else if (verb == "press" || verb == "release" || verb == "click") {
       if (!argc(1, 1)) return fail(verb + " takes a button, by index 0..16 or by name");
       const int index = ButtonIndex(w[1]);

@@ -12,7 +12,7 @@ struct ScriptCommand {
     Frames,      // count
     Down,        // x y
     Move,        // x y
-    Up,
+    Up,          // x y: where the finger left (0 0 when not given)
     Tap,         // x y
     Press,       // button index
     Release,     // button index
@@ -40,6 +40,12 @@ struct ScriptCommand {
 
 class Script {
  public:
+  // The command as a line of the language (without the line end); Parse gives
+  // the same command back.
+  static std::string Format(const ScriptCommand& command);
+  // How many frames the command runs by itself at `fps` (wait, frames, tap, click).
+  static int64_t FramesOf(const ScriptCommand& command, int fps);
+
   // Parses `text`; on a mistake, false and "NAME:LINE: what is wrong" in `error`.
   bool Parse(const std::string& text, const std::string& name, std::string* error);
   bool Load(const std::string& path, std::string* error);
@@ -50,6 +56,8 @@ class Script {
   static uint32_t ButtonMask(int index);
   // A button by index ("5") or name ("back"); -1 if unknown.
   static int ButtonIndex(const std::string& word);
+  // The name of a button index, or its number when it has none.
+  static std::string ButtonName(int index);
 
  private:
   std::vector<ScriptCommand> mCommands;

@@ -10,6 +10,7 @@
 #include <fstream>
 #include <thread>
 
+#include "BaseUtils.h"
 #include "Window.h"
 
 #include "solva/AppManager.h"
@@ -24,6 +25,11 @@ namespace {
 
 volatile std::sig_atomic_t gStopRequested = 0;
 void RequestStop(int) { gStopRequested = 1; }
+
+std::string BaseName(const std::string& path) {
+  const size_t slash = path.find_last_of('/', path.size() > 1 ? path.size() - 2 : 0);
+  return slash == std::string::npos ? path : path.substr(slash + 1);
+}
 
 std::string AbsolutePath(const std::string& path) {
   if (!path.empty() && path[0] == '/') return path;
@@ -55,6 +61,7 @@ bool Simulator::SetUpDevice(std::string* error) {
   if (!mOptions.headless) {
     solva::DisplayOptions display;
     display.windowTitle = "solva-sim: " + mLoader.PluginPath();
+    display.panelWidth = DevicePanel::kWidth;
     std::string why;
     if (solva::SetDisplayBackend("sdl", display, &why)) {
       mWindow = true;
@@ -72,6 +79,8 @@ bool Simulator::SetUpDevice(std::string* error) {
     mkdir(mOptions.shotsDir.c_str(), 0755);
   }
   if (!mOptions.answerFile.empty()) mOptions.answerFile = AbsolutePath(mOptions.answerFile);
+  if (!mOptions.movie.empty()) mOptions.movie = AbsolutePath(mOptions.movie);
+  if (!mOptions.recordScript.empty()) mOptions.recordScript = AbsolutePath(mOptions.recordScript);
   // A headless run's speaker is a file or nothing: there is no real time to play in.
   const std::string speaker = mOptions.headless && mOptions.speaker == "default" ? "none" : mOptions.speaker;
   if (!solva::SetSpeaker(speaker, error)) {
@@ -80,13 +89,20 @@ bool Simulator::SetUpDevice(std::string* error) {
     printf("solva-sim: no speaker (%s); sound goes nowhere\n", error->c_str());
     solva::SetSpeaker("none");
   }
-  mVirtualClock = mOptions.headless;
+  // Headless, and in a window whose session is recorded, every frame is exactly
+  // 1 / fps of device time: a movie's clock, and what a recorded script replays.
+  mVirtualClock = mOptions.headless || !mOptions.movie.empty() || !mOptions.recordScript.empty();
   solva::SetClockMode(mVirtualClock ? solva::ClockMode::Virtual : solva::ClockMode::Real);
+  if (mWindow && mVirtualClock && mOptions.mic == "default") {
+    printf("solva-sim: a recorded session runs on the frame clock: the microphone hears silence "
+           "(--mic tone or --mic FILE.wav give it something a replay hears too)\n");
+  }
   printf("solva-sim: device root %s, player %d\n", solva::DeviceRoot().c_str(), mOptions.player);
   printf("solva-sim: microphone %s, speaker %s\n", mOptions.mic == "none" ? "absent" : mOptions.mic.c_str(),
          solva::SpeakerName().c_str());
   printf("solva-sim: %s at %d frames per second\n",
-         mVirtualClock ? "headless, on the virtual clock" : "real time", mOptions.fps);
+         !mVirtualClock ? "real time" : mWindow ? "in a window, on the frame clock" : "headless, on the virtual clock",
+         mOptions.fps);
   return true;
 }
 
@@ -102,110 +118,161 @@ bool Simulator::LoadParams(std::string* error) {
   return true;
 }
 
+bool Simulator::StartRecording(std::string* error) {
+  if (!mOptions.movie.empty()) {
+    mMovie = Movie::Open(mOptions.movie, mOptions.fps, error);
+    if (!mMovie) return false;
+    printf("solva-sim: writing the session as the movie %s\n", mMovie->Path().c_str());
+  }
+  if (!mOptions.recordScript.empty()) {
+    mRecorder.reset(new ScriptWriter(mOptions.fps));
+    if (!mRecorder->Open(mOptions.recordScript, ReplayHeader(), error)) return false;
+    printf("solva-sim: writing the session as the script %s\n", mOptions.recordScript.c_str());
+  }
+  return true;
+}
+
+std::string Simulator::ReplayHeader() const {
+  std::string replay = "solva-sim --script THIS_FILE --fps " + std::to_string(mOptions.fps) + " --title " +
+                       AbsolutePath(mOptions.titleDir) + " --player " + std::to_string(mOptions.player) +
+                       " --mic " + mOptions.mic;
+  if (!mOptions.params.empty()) replay += " --params '" + mOptions.params + "'";
+  if (mOptions.freeBytes >= 0) replay += " --free-bytes " + std::to_string(mOptions.freeBytes);
+  if (mOptions.noAccelerometer) replay += " --no-accelerometer";
+  return "# A session recorded by solva-sim " ZV_VERSION " at " + std::to_string(mOptions.fps) +
+         " frames per second.\n# Played back headless on a fresh device root, it gives the same screens and gallery:\n#   " +
+         replay + "\n";
+}
+
 void Simulator::Frame() {
   solva::DeliverEvents();
   ++mFrameCount;
   if (mVirtualClock) {
-    // Frame k starts at exactly k / fps seconds: no drift, whatever the rate.
-    const uint64_t target = mClockStartMicros + mFrameCount * 1000000u / uint64_t(mOptions.fps);
+    // Frame k starts at k / fps seconds, rounded up to the microsecond: no drift,
+    // whatever the rate, and the mixer has made exactly its share of sound by then.
+    const uint64_t fps = uint64_t(mOptions.fps);
+    const uint64_t target = mClockStartMicros + (mFrameCount * 1000000u + fps - 1) / fps;
     solva::AdvanceClockMicros(target - solva::ClockMicros());
   }
+  const auto begin = std::chrono::steady_clock::now();
   // The devices catch up with the clock before the title looks at them.
   solva::PumpCapture();
   solva::PumpAudio();
   mApp->Update();
+  mFrameMicros = uint64_t(
+      std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - begin).count());
   if (solva::PopAppRequested()) mTitleEnded = true;
+  std::string error;
+  if (mMovie && !mMovie->Frame(&error)) {
+    fprintf(stderr, "solva-sim: %s\n", error.c_str());
+    mMovie.reset();
+  }
 }
 
 void Simulator::RunFrames(int64_t count) {
   for (int64_t i = 0; i < count && !mTitleEnded && !gStopRequested; ++i) Frame();
 }
 
+bool Simulator::Apply(const ScriptCommand& command, std::string* error) {
+  if (mSuspended && command.kind != ScriptCommand::Resume && command.kind != ScriptCommand::Exit &&
+      command.kind != ScriptCommand::Screenshot) {
+    *error = "the title is suspended; 'resume S' first";
+    return false;
+  }
+  const uint64_t frame = mFrameCount;
+  switch (command.kind) {
+    case ScriptCommand::Wait:
+    case ScriptCommand::Frames:
+      RunFrames(Script::FramesOf(command, mOptions.fps));
+      break;
+    case ScriptCommand::Down:
+    case ScriptCommand::Move:
+      solva::QueueTouch(true, command.x, command.y);
+      break;
+    case ScriptCommand::Up:
+      solva::QueueTouch(false, command.x, command.y);
+      break;
+    case ScriptCommand::Tap:
+      solva::QueueTouch(true, command.x, command.y);
+      RunFrames(1);
+      solva::QueueTouch(false, command.x, command.y);
+      RunFrames(1);
+      break;
+    case ScriptCommand::Press:
+      mButtons |= Script::ButtonMask(int(command.number));
+      solva::QueueButtons(mButtons);
+      break;
+    case ScriptCommand::Release:
+      mButtons &= ~Script::ButtonMask(int(command.number));
+      solva::QueueButtons(mButtons);
+      break;
+    case ScriptCommand::Click:
+      mButtons |= Script::ButtonMask(int(command.number));
+      solva::QueueButtons(mButtons);
+      RunFrames(1);
+      mButtons &= ~Script::ButtonMask(int(command.number));
+      solva::QueueButtons(mButtons);
+      RunFrames(1);
+      break;
+    case ScriptCommand::Rotate:
+      solva::QueueOrientation(int(command.number));
+      break;
+    case ScriptCommand::MicUnplug:
+      solva::QueueMicrophonePlugged(false);
+      break;
+    case ScriptCommand::MicPlug:
+      solva::QueueMicrophonePlugged(true);
+      break;
+    case ScriptCommand::PowerLow:
+      solva::QueuePowerState(3);
+      break;
+    case ScriptCommand::PowerOk:
+      solva::QueuePowerState(1);
+      break;
+    case ScriptCommand::Suspend:
+      mApp->Suspend();
+      mSuspended = true;
+      break;
+    case ScriptCommand::Resume: {
+      if (!mSuspended) {
+        *error = "'resume' without 'suspend' before it";
+        return false;
+      }
+      // Time passes on the device while the title is away; no frame runs, and
+      // what sounded meanwhile is not the movie's.
+      solva::PumpCapture();
+      const uint64_t away = uint64_t(command.seconds * 1e6 + 0.5);
+      solva::AdvanceClockMicros(away);
+      mClockStartMicros += away;
+      if (mMovie) mMovie->SkipSound();
+      mSuspended = false;
+      mApp->Resume();
+      break;
+    }
+    case ScriptCommand::FreeBytes:
+      solva::SetFreeBytes(command.number);
+      break;
+    case ScriptCommand::Screenshot:
+      if (!TakeScreenshot(ShotPath(command.text))) {
+        *error = "no screenshot written";
+        return false;
+      }
+      break;
+    case ScriptCommand::Exit:
+      solva::SetPendingExitCode(uint8_t(command.number));
+      mTitleEnded = true;
+      break;
+  }
+  if (mRecorder) mRecorder->Add(frame, command);
+  return true;
+}
+
 bool Simulator::RunScript(std::string* error) {
   for (const ScriptCommand& command : mScript.Commands()) {
     if (mTitleEnded || gStopRequested) break;
-    auto fail = [&](const std::string& what) {
-      *error = mOptions.scriptPath + ":" + std::to_string(command.line) + ": " + what;
+    if (!Apply(command, error)) {
+      *error = mOptions.scriptPath + ":" + std::to_string(command.line) + ": " + *error;
       return false;
-    };
-    if (mSuspended && command.kind != ScriptCommand::Resume && command.kind != ScriptCommand::Exit &&
-        command.kind != ScriptCommand::Screenshot) {
-      return fail("the title is suspended; 'resume S' first");
-    }
-    switch (command.kind) {
-      case ScriptCommand::Wait:
-        RunFrames(int64_t(command.seconds * mOptions.fps + 0.5));
-        break;
-      case ScriptCommand::Frames:
-        RunFrames(command.number);
-        break;
-      case ScriptCommand::Down:
-      case ScriptCommand::Move:
-        solva::QueueTouch(true, command.x, command.y);
-        break;
-      case ScriptCommand::Up:
-        solva::QueueTouch(false, command.x, command.y);
-        break;
-      case ScriptCommand::Tap:
-        solva::QueueTouch(true, command.x, command.y);
-        RunFrames(1);
-        solva::QueueTouch(false, command.x, command.y);
-        RunFrames(1);
-        break;
-      case ScriptCommand::Press:
-        mButtons |= Script::ButtonMask(int(command.number));
-        solva::QueueButtons(mButtons);
-        break;
-      case ScriptCommand::Release:
-        mButtons &= ~Script::ButtonMask(int(command.number));
-        solva::QueueButtons(mButtons);
-        break;
-      case ScriptCommand::Click:
-        mButtons |= Script::ButtonMask(int(command.number));
-        solva::QueueButtons(mButtons);
-        RunFrames(1);
-        mButtons &= ~Script::ButtonMask(int(command.number));
-        solva::QueueButtons(mButtons);
-        RunFrames(1);
-        break;
-      case ScriptCommand::Rotate:
-        solva::QueueOrientation(int(command.number));
-        break;
-      case ScriptCommand::MicUnplug:
-        solva::QueueMicrophonePlugged(false);
-        break;
-      case ScriptCommand::MicPlug:
-        solva::QueueMicrophonePlugged(true);
-        break;
-      case ScriptCommand::PowerLow:
-        solva::QueuePowerState(3);
-        break;
-      case ScriptCommand::PowerOk:
-        solva::QueuePowerState(1);
-        break;
-      case ScriptCommand::Suspend:
-        mApp->Suspend();
-        mSuspended = true;
-        break;
-      case ScriptCommand::Resume:
-        if (!mSuspended) return fail("'resume' without 'suspend' before it");
-        // Time passes on the device while the title is away; no frame runs.
-        solva::PumpCapture();
-        solva::AdvanceClockMicros(uint64_t(command.seconds * 1e6 + 0.5));
-        mClockStartMicros += uint64_t(command.seconds * 1e6 + 0.5);
-        mSuspended = false;
-        mApp->Resume();
-        break;
-      case ScriptCommand::FreeBytes:
-        solva::SetFreeBytes(command.number);
-        break;
-      case ScriptCommand::Screenshot:
-        if (!TakeScreenshot(ShotPath(command.text))) return fail("no screenshot written");
-        break;
-      case ScriptCommand::Exit:
-        solva::SetPendingExitCode(uint8_t(command.number));
-        mTitleEnded = true;
-        break;
     }
   }
   return true;
@@ -222,7 +289,11 @@ bool Simulator::TakeScreenshot(const std::string& path) {
     fprintf(stderr, "solva-sim: %s\n", error.c_str());
     return false;
   }
-  printf("solva-sim: screenshot %s\n", path.c_str());
+  // The movie's frame that shows the same screen, for comparing the two.
+  const std::string frame =
+      mMovie && mMovie->Frames() > 0 ? " (movie frame " + std::to_string(mMovie->Frames() - 1) + ")" : "";
+  printf("solva-sim: screenshot %s%s\n", path.c_str(), frame.c_str());
+  mStatus = "wrote " + BaseName(path) + frame;
   return true;
 }
 
@@ -230,26 +301,65 @@ void Simulator::RunUntilTheTitleEnds() {
   using Clock = std::chrono::steady_clock;
   const auto period = std::chrono::microseconds(1000000 / mOptions.fps);
   auto next = Clock::now();
+  auto suspendedAt = Clock::now();
   WindowInput window;
-  if (mWindow) printf("solva-sim: %s\n", WindowInput::KeyHelp());
+  if (mWindow) {
+    printf("solva-sim: %s\n", WindowInput::KeyHelp());
+    std::string why;
+    if (!window.OpenPanel(&why)) printf("solva-sim: no device panel (%s)\n", why.c_str());
+  }
+
   while (!mTitleEnded && !gStopRequested) {
     if (mWindow) {
+      WindowInput::World world;
+      world.micPresent = solva::MicrophonePresent();
+      world.orientation = solva::Orientation();
+      world.powerLow = solva::PowerState() == 3;
+      world.suspended = mSuspended;
+      std::vector<ScriptCommand> commands;
       WindowInput::Actions actions;
-      window.Poll(&actions);
+      window.Poll(world, &commands, &actions);
       if (actions.quit) break;
-      if (actions.screenshot) TakeScreenshot(ShotPath("solva-" + std::to_string(++mShotCount) + ".png"));
+      std::string error;
+      for (const ScriptCommand& command : commands) {
+        if (!Apply(command, &error)) fprintf(stderr, "solva-sim: %s\n", error.c_str());
+      }
+      if (actions.screenshot) {
+        ScriptCommand shot;
+        shot.kind = ScriptCommand::Screenshot;
+        shot.text = "solva-" + std::to_string(++mShotCount) + ".png";
+        Apply(shot, &error);
+      }
       if (actions.toggleSuspend) {
-        mSuspended = !mSuspended;
-        printf("solva-sim: %s\n", mSuspended ? "suspended (S resumes)" : "resumed");
+        ScriptCommand change;
+        change.kind = mSuspended ? ScriptCommand::Resume : ScriptCommand::Suspend;
         if (mSuspended) {
-          mApp->Suspend();
-        } else {
-          mApp->Resume();
+          // The time away, to the millisecond, as a script would give it.
+          change.seconds = double(std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - suspendedAt)
+                                      .count()) / 1000.0;
         }
+        suspendedAt = Clock::now();
+        Apply(change, &error);
+        printf("solva-sim: %s\n", mSuspended ? "suspended (S resumes)" : "resumed");
       }
     }
     if (!mSuspended) Frame();
-    if (!mVirtualClock) {
+    if (mWindow) {
+      DevicePanel::State panel;
+      panel.micPresent = solva::MicrophonePresent();
+      panel.orientation = solva::Orientation();
+      panel.powerLow = solva::PowerState() == 3;
+      panel.suspended = mSuspended;
+      panel.freeBytes = BaseUtils::Instance()->GetBulkFreeBytes();
+      panel.deviceMicros = solva::ClockMicros();
+      panel.frameMicros = mFrameMicros;
+      panel.frames = mFrameCount;
+      panel.clock = mVirtualClock ? "frame clock" : "real time";
+      panel.status = mStatus;
+      if (mMovie) panel.recording = "writing movie " + BaseName(mMovie->Path());
+      if (mRecorder) panel.recording += (mMovie ? ", script " : "writing script ") + BaseName(mOptions.recordScript);
+      // The title's next swap shows the panel; while it is suspended there is none.
+      if (window.ShowPanel(panel) && mSuspended) solva::PresentScreen();
       next += period;
       std::this_thread::sleep_until(next);
     }
@@ -260,6 +370,20 @@ void Simulator::End() {
   if (mSuspended) {
     mApp->Resume();
     mSuspended = false;
+  }
+  std::string error;
+  if (mMovie) {
+    const uint32_t frames = mMovie->Frames();
+    if (mMovie->Close(&error)) {
+      printf("solva-sim: movie %s: %u frames, %.3f s\n", mMovie->Path().c_str(), frames, double(frames) / mOptions.fps);
+    } else {
+      fprintf(stderr, "solva-sim: %s\n", error.c_str());
+    }
+    mMovie.reset();
+  }
+  if (mRecorder) {
+    if (!mRecorder->Finish(mFrameCount, &error)) fprintf(stderr, "solva-sim: %s\n", error.c_str());
+    mRecorder.reset();
   }
   mApp->Exit();
   solva::CloseSpeaker();
@@ -281,6 +405,10 @@ int Simulator::Run(const SimOptions& options) {
     fprintf(stderr, "solva-sim: --fps must be between 1 and 1000\n");
     return 2;
   }
+  if (!mOptions.movie.empty() && !Movie::IsMoviePath(mOptions.movie)) {
+    fprintf(stderr, "solva-sim: --movie takes FILE.avi or a folder DIR/, not %s\n", mOptions.movie.c_str());
+    return 2;
+  }
   if (!mOptions.scriptPath.empty() && !mScript.Load(mOptions.scriptPath, &error)) {
     fprintf(stderr, "solva-sim: %s\n", error.c_str());
     return 2;
@@ -294,6 +422,10 @@ int Simulator::Run(const SimOptions& options) {
     return 1;
   }
   if (!SetUpDevice(&error)) {
+    fprintf(stderr, "solva-sim: %s\n", error.c_str());
+    return 1;
+  }
+  if (!StartRecording(&error)) {
     fprintf(stderr, "solva-sim: %s\n", error.c_str());
     return 1;
   }

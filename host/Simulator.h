@@ -4,11 +4,14 @@
 // world for it from a script or a window.
 #include <boost/shared_ptr.hpp>
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "CAppInterface.h"
 #include "CJSonFile.h"
+#include "Movie.h"
 #include "Script.h"
+#include "ScriptWriter.h"
 #include "TitleLoader.h"
 
 struct SimOptions {
@@ -25,6 +28,8 @@ struct SimOptions {
   int64_t freeBytes = -1;
   bool noAccelerometer = false;
   std::string shotsDir;
+  std::string movie;         // FILE.avi or DIR/: the session as a movie
+  std::string recordScript;  // FILE: the session written down as a script
 };
 
 class Simulator {
@@ -34,11 +39,18 @@ class Simulator {
   // options or the script.
   int Run(const SimOptions& options);
 
+  // Carries out one command of the script language, whoever gives it (a script,
+  // the window, a program driving the simulator); a recorded session writes it
+  // down. False, with a message, when it cannot be carried out now.
+  bool Apply(const ScriptCommand& command, std::string* error);
+
  private:
   bool SetUpDevice(std::string* error);
   bool LoadParams(std::string* error);
+  // The movie and the script of the session, if asked for.
+  bool StartRecording(std::string* error);
   // One frame: events queued so far are delivered, the clock moves one frame on
-  // (virtual clock), and the title updates.
+  // (virtual clock), the title updates, and a movie takes the frame.
   void Frame();
   void RunFrames(int64_t count);
   // Runs the script; false, with a message, on a command that cannot be carried out.
@@ -47,6 +59,8 @@ class Simulator {
   // Where a screenshot named `name` goes: under --shots when it is relative.
   std::string ShotPath(const std::string& name) const;
   bool TakeScreenshot(const std::string& path);
+  // The comment at the head of a recorded script: how to play it back.
+  std::string ReplayHeader() const;
   void End();
 
   SimOptions mOptions;
@@ -54,13 +68,17 @@ class Simulator {
   TitleLoader mLoader;
   boost::shared_ptr<Catalog::CJSonFile> mParams;
   boost::shared_ptr<CAppInterface> mApp;
+  std::unique_ptr<Movie> mMovie;
+  std::unique_ptr<ScriptWriter> mRecorder;
   bool mVirtualClock = true;
   uint64_t mFrameCount = 0;
   uint64_t mClockStartMicros = 0;
+  uint64_t mFrameMicros = 0;  // host time the last frame took
   bool mTitleEnded = false;
   bool mSuspended = false;
   uint32_t mButtons = 0;
   bool mWindow = false;
   std::string mStartFolder;  // where the simulator was started
   int mShotCount = 0;
+  std::string mStatus;  // the last file written, for the window's panel
 };

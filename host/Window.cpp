@@ -4,41 +4,110 @@
 
 #include <cstdio>
 
-#include "solva/Capture.h"
 #include "solva/Display.h"
-#include "solva/Events.h"
 
 namespace {
 
-// Keys for the device's buttons (mask bits).
-uint32_t ButtonOfKey(SDL_Keycode key) {
+// Keys for the device's buttons, as script button indices.
+int ButtonOfKey(SDL_Keycode key) {
   switch (key) {
-    case SDLK_UP: return 0x1;
-    case SDLK_DOWN: return 0x2;
-    case SDLK_RIGHT: return 0x4;
-    case SDLK_LEFT: return 0x8;
+    case SDLK_UP: return 0;
+    case SDLK_DOWN: return 1;
+    case SDLK_RIGHT: return 2;
+    case SDLK_LEFT: return 3;
     case SDLK_RETURN:
-    case SDLK_SPACE: return 0x10;  // A
+    case SDLK_SPACE: return 4;  // A
     case SDLK_ESCAPE:
-    case SDLK_BACKSPACE: return 0x20;  // B, "back"
-    case SDLK_q: return 0x40;          // left shoulder
-    case SDLK_w: return 0x80;          // right shoulder
-    case SDLK_TAB: return 0x100;       // menu
-    case SDLK_h: return 0x200;         // hint
-    case SDLK_p: return 0x10000;       // pause
-    default: return 0;
+    case SDLK_BACKSPACE: return 5;  // B, "back"
+    case SDLK_q: return 6;          // left shoulder
+    case SDLK_w: return 7;          // right shoulder
+    case SDLK_TAB: return 12;       // menu
+    case SDLK_h: return 13;         // hint
+    case SDLK_p: return 16;         // pause
+    default: return -1;
   }
+}
+
+// Keys for the panel's toggles.
+DevicePanel::Action ActionOfKey(SDL_Keycode key) {
+  switch (key) {
+    case SDLK_m: return DevicePanel::Microphone;
+    case SDLK_r: return DevicePanel::Rotate;
+    case SDLK_l: return DevicePanel::Battery;
+    case SDLK_s: return DevicePanel::Suspend;
+    case SDLK_F12: return DevicePanel::Screenshot;
+    default: return DevicePanel::None;
+  }
+}
+
+ScriptCommand Command(ScriptCommand::Kind kind, int64_t number = 0) {
+  ScriptCommand command;
+  command.kind = kind;
+  command.number = number;
+  return command;
+}
+
+ScriptCommand Touch(ScriptCommand::Kind kind, int x, int y) {
+  ScriptCommand command = Command(kind);
+  command.x = x;
+  command.y = y;
+  return command;
 }
 
 }  // namespace
 
 const char* WindowInput::KeyHelp() {
   return "arrows: direction buttons; Enter/Space: A; Escape/Backspace: back; Q/W: shoulders; Tab: menu;\n"
-         "H: hint; P: pause button; R: turn the device; M: unplug/plug the microphone; S: suspend/resume;\n"
-         "F12: screenshot; closing the window ends the title";
+         "H: hint; P: pause button; R: turn the device; M: unplug/plug the microphone; L: low battery/ok;\n"
+         "S: suspend/resume; F12: screenshot; closing the window ends the title";
 }
 
-void WindowInput::Poll(Actions* actions) {
+bool WindowInput::OpenPanel(std::string* error) {
+  int width = 0, height = 0;
+  solva::WindowPanelSize(&width, &height);
+  if (width != DevicePanel::kWidth) {
+    *error = "the window has no room for the panel";
+    return false;
+  }
+  return mPanel.Open(height, error);
+}
+
+void WindowInput::Toggle(DevicePanel::Action action, World* world, std::vector<ScriptCommand>* commands,
+                         Actions* actions) {
+  switch (action) {
+    case DevicePanel::Suspend:
+      actions->toggleSuspend = true;
+      return;
+    case DevicePanel::Screenshot:
+      actions->screenshot = true;
+      return;
+    default:
+      break;
+  }
+  if (world->suspended) return;
+  switch (action) {
+    case DevicePanel::Rotate:
+      world->orientation = (world->orientation + 1) % 4;
+      printf("solva-sim: the device turns to orientation %d\n", world->orientation);
+      commands->push_back(Command(ScriptCommand::Rotate, world->orientation));
+      break;
+    case DevicePanel::Microphone:
+      world->micPresent = !world->micPresent;
+      printf("solva-sim: microphone %s\n", world->micPresent ? "plugged in" : "unplugged");
+      commands->push_back(Command(world->micPresent ? ScriptCommand::MicPlug : ScriptCommand::MicUnplug));
+      break;
+    case DevicePanel::Battery:
+      world->powerLow = !world->powerLow;
+      printf("solva-sim: battery %s\n", world->powerLow ? "low" : "ok");
+      commands->push_back(Command(world->powerLow ? ScriptCommand::PowerLow : ScriptCommand::PowerOk));
+      break;
+    default:
+      break;
+  }
+}
+
+void WindowInput::Poll(const World& now, std::vector<ScriptCommand>* commands, Actions* actions) {
+  World world = now;  // as this poll's commands will leave it
   SDL_Event event;
   while (SDL_PollEvent(&event)) {
     int x = 0, y = 0;
@@ -50,19 +119,24 @@ void WindowInput::Poll(Actions* actions) {
         if (event.window.event == SDL_WINDOWEVENT_EXPOSED) solva::PresentScreen();
         break;
       case SDL_MOUSEBUTTONDOWN:
-        if (event.button.button == SDL_BUTTON_LEFT && solva::WindowToScreen(event.button.x, event.button.y, &x, &y)) {
+        if (event.button.button != SDL_BUTTON_LEFT) break;
+        if (solva::WindowToPanel(event.button.x, event.button.y, &x, &y)) {
+          Toggle(DevicePanel::At(x, y), &world, commands, actions);
+        } else if (!world.suspended && solva::WindowToScreen(event.button.x, event.button.y, &x, &y)) {
           mTouching = true;
-          solva::QueueTouch(true, x, y);
+          commands->push_back(Touch(ScriptCommand::Down, x, y));
         }
         break;
       case SDL_MOUSEMOTION:
-        if (mTouching && solva::WindowToScreen(event.motion.x, event.motion.y, &x, &y)) solva::QueueTouch(true, x, y);
+        if (mTouching && !world.suspended && solva::WindowToScreen(event.motion.x, event.motion.y, &x, &y)) {
+          commands->push_back(Touch(ScriptCommand::Move, x, y));
+        }
         break;
       case SDL_MOUSEBUTTONUP:
-        if (event.button.button == SDL_BUTTON_LEFT && mTouching) {
+        if (event.button.button == SDL_BUTTON_LEFT && mTouching && !world.suspended) {
           mTouching = false;
           solva::WindowToScreen(event.button.x, event.button.y, &x, &y);
-          solva::QueueTouch(false, x, y);
+          commands->push_back(Touch(ScriptCommand::Up, x, y));
         }
         break;
       case SDL_KEYDOWN:
@@ -70,21 +144,14 @@ void WindowInput::Poll(Actions* actions) {
         if (event.key.repeat) break;
         const bool down = event.type == SDL_KEYDOWN;
         const SDL_Keycode key = event.key.keysym.sym;
-        if (const uint32_t bit = ButtonOfKey(key)) {
+        const int button = ButtonOfKey(key);
+        if (button >= 0) {
+          const uint32_t bit = Script::ButtonMask(button);
+          if (world.suspended || down == ((mButtons & bit) != 0)) break;
           mButtons = down ? (mButtons | bit) : (mButtons & ~bit);
-          solva::QueueButtons(mButtons);
-        } else if (down && key == SDLK_r) {
-          mOrientation = (mOrientation + 1) % 4;
-          printf("solva-sim: the device turns to orientation %d\n", mOrientation);
-          solva::QueueOrientation(mOrientation);
-        } else if (down && key == SDLK_m) {
-          mMicPresent = !mMicPresent;
-          printf("solva-sim: microphone %s\n", mMicPresent ? "plugged in" : "unplugged");
-          solva::QueueMicrophonePlugged(mMicPresent);
-        } else if (down && key == SDLK_s) {
-          actions->toggleSuspend = true;
-        } else if (down && key == SDLK_F12) {
-          actions->screenshot = true;
+          commands->push_back(Command(down ? ScriptCommand::Press : ScriptCommand::Release, button));
+        } else if (down) {
+          Toggle(ActionOfKey(key), &world, commands, actions);
         }
         break;
       }

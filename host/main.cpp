@@ -24,11 +24,18 @@ int main(int argc, char** argv) {
   app.add_option("--free-bytes", options.freeBytes, "what the disk reports as free");
   app.add_flag("--no-accelerometer", options.noAccelerometer, "a device without a tilt sensor");
   app.add_option("--shots", options.shotsDir, "folder for screenshots");
+  app.add_option("--movie", options.movie,
+                 "write the session as a movie: FILE.avi (Motion-JPEG and PCM) or DIR/ (PNG frames and sound.wav)");
+  app.add_option("--record-script", options.recordScript,
+                 "write what happens to the device as a script that replays the session headless");
+  app.set_version_flag("--version", "solva-sim " ZV_VERSION);
 
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& help) {
     return app.exit(help);
+  } catch (const CLI::CallForVersion& version) {
+    return app.exit(version);
   } catch (const CLI::ParseError& error) {
     app.exit(error);
     return 2;

@@ -7,6 +7,7 @@
 #include <tinyxml.h>
 
 #include "Base/File.h"
+#include "External/waf/waftinyxml.h"
 
 // One macro layer more than assert itself, so that NULL is expanded before the
 // expression is turned into the text of the message.
@@ -246,6 +247,16 @@ bool ConfigFile::readBinaryProperty(File& file, unsigned size, ConfigTreeNode* n
 bool ConfigFile::loadFromXMLFile(const char* path) {
   TiXmlDocument document(path);
   if (!document.LoadFile()) return false;
+  return readXMLDocument(document);
+}
+
+bool ConfigFile::loadFromWafFile(waf_file* file) {
+  TiXmlDocument document;
+  if (!LoadFile(document, file)) return false;
+  return readXMLDocument(document);
+}
+
+bool ConfigFile::readXMLDocument(const TiXmlDocument& document) {
   const TiXmlElement* root = document.RootElement();
   if (root == 0) return true;
   const TiXmlElement* element = root->FirstChildElement();

@@ -9,7 +9,9 @@
 #include "ConfigSystem/ConfigTreeNode.h"
 
 class File;
+class TiXmlDocument;
 class TiXmlElement;
+struct waf_file;
 
 class ConfigFile {
  public:
@@ -20,6 +22,8 @@ class ConfigFile {
   bool load(const char* path);
   bool loadFromXMLFile(const char* path);
   bool loadFromBinaryFile(const char* path);
+  // The XML form from a file inside a WAF archive, read from where it stands.
+  bool loadFromWafFile(waf_file* file);
   void release();
 
   bool remove(ConfigTreeNode* node);
@@ -63,6 +67,7 @@ class ConfigFile {
   // `size` is the file's size: counts and lengths are not trusted past it.
   bool readBinaryNode(File& file, unsigned size, ConfigTreeNode* node);
   bool readBinaryProperty(File& file, unsigned size, ConfigTreeNode* node);
+  bool readXMLDocument(const TiXmlDocument& document);
   bool readXMLNode(const TiXmlElement* element, ConfigTreeNode* node);
   bool readXMLProperty(const TiXmlElement* element, ConfigTreeNode* node);
 

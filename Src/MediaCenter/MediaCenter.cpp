@@ -239,17 +239,14 @@ void MediaCenter::LoadResInfo(EResType resType) {
   }
 }
 
-void MediaCenter::LoadResInfoFromBin(EResType resType) {
-  assert(resType > eRT_Invalid && resType < eRT_Num);
-  ResInfoList& list = mResInfoList[resType];
-  list.clear();
+MediaCenter::EIndexRead MediaCenter::ReadResInfoFromBin(EResType resType, ResInfoList& records) {
+  return ParseResInfoBin(resType, records, false);
+}
 
+MediaCenter::EIndexRead MediaCenter::ParseResInfoBin(EResType resType, ResInfoList& list, bool raiseMaxima) {
   const std::string path = IndexDirectory(resType) + scResInfoSaveFileName[resType] + ".bin";
   File file(path.c_str(), "rb");
-  if (!file.isOpened()) {
-    printf("Open File Failed:%s\n", path.c_str());
-    return;
-  }
+  if (!file.isOpened()) return eIndex_Missing;
   File::FBuffer buffer = {0, 0};
   file.readFile2Buf(&buffer);
   file.close();
@@ -257,49 +254,66 @@ void MediaCenter::LoadResInfoFromBin(EResType resType) {
   ByteReader reader(buffer.mData, buffer.mSize);
   unsigned version;
   if (!reader.ReadU32(version) || version != scResFileVersion[resType]) {
-    printf("File version is not same:%s\n", path.c_str());
     File::releaseFileBuf(&buffer);
-    return;
+    return eIndex_OtherVersion;
   }
   int count = 0;
-  reader.ReadI32(count);
-  for (int i = 0; i < count; ++i) {
+  bool whole = reader.ReadI32(count);
+  for (int i = 0; whole && i < count; ++i) {
     ResInfo record;
     int type;
-    if (!reader.ReadI32(record.mResId)) break;
+    whole = reader.ReadI32(record.mResId);
+    if (!whole) break;
     // At once, so that even a damaged record keeps its number from coming back.
-    RefreshMaxIdIndex(resType, record.mResId);
-    if (!reader.ReadI32(type)) break;
+    if (raiseMaxima) RefreshMaxIdIndex(resType, record.mResId);
+    whole = reader.ReadI32(type);
+    if (!whole) break;
     record.mResType = static_cast<EResType>(type);
-    if (!reader.ReadI32(record.mViewMode)) break;
-    bool whole = true;
+    whole = reader.ReadI32(record.mViewMode);
     switch (record.mResType) {
       case eRT_Photo:
       case eRT_Art:
-        whole = reader.ReadI32(record.mImgWidth) && reader.ReadI32(record.mImgHeight);
+        whole = whole && reader.ReadI32(record.mImgWidth) && reader.ReadI32(record.mImgHeight);
         break;
       case eRT_Audio:
       case eRT_Video:
-        whole = reader.ReadF32(record.mLength);
+        whole = whole && reader.ReadF32(record.mLength);
         break;
       case eRT_ScrapBook:
-        whole = reader.ReadI32(record.mSSVersion) && reader.ReadString(record.mName);
+        whole = whole && reader.ReadI32(record.mSSVersion) && reader.ReadString(record.mName);
         break;
       case eRT_UnSharePhoto:
       case eRT_SpecificFolderArt:
-        whole = reader.ReadI32(record.mImgWidth) && reader.ReadI32(record.mImgHeight) &&
+        whole = whole && reader.ReadI32(record.mImgWidth) && reader.ReadI32(record.mImgHeight) &&
                 reader.ReadString(record.mName);
         break;
       case eRT_SpecificFolderAudio:
-        whole = reader.ReadString(record.mName);
+        whole = whole && reader.ReadString(record.mName);
         break;
       default:
         break;
     }
-    if (!whole) break;
-    list.push_back(record);
+    if (whole) list.push_back(record);
   }
   File::releaseFileBuf(&buffer);
+  return whole ? eIndex_Whole : eIndex_Damaged;
+}
+
+void MediaCenter::LoadResInfoFromBin(EResType resType) {
+  assert(resType > eRT_Invalid && resType < eRT_Num);
+  ResInfoList& list = mResInfoList[resType];
+  list.clear();
+
+  const EIndexRead read = ParseResInfoBin(resType, list, true);
+  const std::string path = IndexDirectory(resType) + scResInfoSaveFileName[resType] + ".bin";
+  if (read == eIndex_Missing) {
+    printf("Open File Failed:%s\n", path.c_str());
+    return;
+  }
+  if (read == eIndex_OtherVersion) {
+    printf("File version is not same:%s\n", path.c_str());
+    return;
+  }
 
   bool removed = false;
   for (ResInfoListIt it = list.begin(); it != list.end();) {

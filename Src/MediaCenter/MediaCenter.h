@@ -44,10 +44,22 @@ class MediaCenter {
   void Initialize();
   void Destroy();
 
+  // What reading a type's index file found.
+  enum EIndexRead {
+    eIndex_Missing,       // no file
+    eIndex_OtherVersion,  // a version number not the type's
+    eIndex_Damaged,       // it ends inside a record, or before its count of records
+    eIndex_Whole,
+  };
+
   // Records and index files.
   void InitResInfo(EResType type, const std::string& folder);
   void LoadResInfo(EResType resType);
   void LoadResInfoFromBin(EResType resType);
+  // Appends the records of a type's index file to `records` as the file holds
+  // them, and touches nothing else: no list, no maximum, no file. For tools that
+  // look at a gallery without changing it.
+  EIndexRead ReadResInfoFromBin(EResType resType, ResInfoList& records);
   void LoadResInfoFromXml(EResType resType);
   void SaveResInfo(EResType resType);
   void SaveResInfoToBin(EResType resType);
@@ -131,6 +143,10 @@ class MediaCenter {
   void UploadFileDeleteItem(EResType type, const std::string& item);
   void StoreStoryBookUploadInfo(const ResInfo* inResInfo);
 
+  // The folder of a type's index, check file and resid.bin, and its check file.
+  std::string IndexDirectory(EResType type) const;
+  std::string CheckFileName(EResType type) const;
+
   EResType GetOperResType() const { return mOperResType; }
   unsigned GetMaxResId(EResType type) const { return mMaxResId[type]; }
   const std::string& GetResPath(EResType type) const { return mResPath[type]; }
@@ -139,9 +155,9 @@ class MediaCenter {
   MediaCenter(const MediaCenter&);
   MediaCenter& operator=(const MediaCenter&);
 
-  // The folder of a type's index, check file and resid.bin.
-  std::string IndexDirectory(EResType type) const;
-  std::string CheckFileName(EResType type) const;
+  // Reads the index file into `list`; with `raiseMaxima` each number read raises
+  // the type's maximum at once.
+  EIndexRead ParseResInfoBin(EResType resType, ResInfoList& list, bool raiseMaxima);
   // ScaleBuffer of an RGB picture that has no row past its last.
   uint8* ScalePicture(int newWidth, int newHeight, int oldWidth, int oldHeight, uint8* src);
 

@@ -4,12 +4,10 @@
 #include <assert.h>
 #include <stddef.h>
 
-#define RSS_ASSERT(expr) assert(expr)
-
 RenderStateStack::ColorRing* RenderStateStack::mpStack = NULL;
 
 void RenderStateStack::initialize() {
-  RSS_ASSERT(mpStack==NULL);
+  assert(mpStack==NULL);
   mpStack = new ColorRing();
 }
 
@@ -19,7 +17,7 @@ void RenderStateStack::destory() {
 }
 
 RenderStateStack::ColorRing* RenderStateStack::GetColorContainer() {
-  RSS_ASSERT(mpStack);
+  assert(mpStack);
   return mpStack;
 }
 
@@ -37,7 +35,7 @@ RenderStateStack::RenderStateStack() : mTexEnvMode(0), mBlendEnabled(0), mBlendD
 
 RenderStateStack::~RenderStateStack() {
   glTexEnvx(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, mTexEnvMode);
-  RSS_ASSERT(mpStack);
+  assert(mpStack);
   if (!mpStack->empty()) {
     const Color& c = mpStack->front();
     glColor4x(GLfixed(c.r * 65536.0f), GLfixed(c.g * 65536.0f), GLfixed(c.b * 65536.0f), GLfixed(c.a * 65536.0f));

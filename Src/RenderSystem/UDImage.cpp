@@ -122,15 +122,7 @@ int LoadUDIFile(const char* path, BMPData* out) {
   delete[] out->pixels;
   out->pixels = 0;
 
-  const size_t pixelCount = size_t(image.mWidth) * image.mHeight;
-  size_t size;
-  if (paletteType == 1) {
-    size = size_t(bits / 8) * 16 + pixelCount / 2;
-  } else if (paletteType == 2) {
-    size = size_t(bits / 8) * 256 + pixelCount;
-  } else {
-    size = pixelCount * size_t(bits) / 8;
-  }
+  const size_t size = UDIPixelBytes(image.mWidth, image.mHeight, bits, paletteType);
   unsigned char* pixels = new (std::nothrow) unsigned char[size]();
   if (pixels == 0) return -2;
   // A header that promises more than the payload holds gets what there is; the
@@ -139,4 +131,11 @@ int LoadUDIFile(const char* path, BMPData* out) {
   out->pixels = pixels;
   image.Clear();
   return 0;
+}
+
+size_t UDIPixelBytes(int width, int height, int bitsPerPixel, int paletteType) {
+  const size_t pixelCount = size_t(width) * size_t(height);
+  if (paletteType == 1) return size_t(bitsPerPixel / 8) * 16 + pixelCount / 2;
+  if (paletteType == 2) return size_t(bitsPerPixel / 8) * 256 + pixelCount;
+  return pixelCount * size_t(bitsPerPixel) / 8;
 }

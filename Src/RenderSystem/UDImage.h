@@ -10,6 +10,7 @@
 // 25 bits per pixel of a colour (of a palette entry with a palette); 26 not read;
 // 27 palette type (0 none, 1 sixteen entries, 2 256 entries); 28 eight bytes
 // carried along; 36 the payload.
+#include <stddef.h>
 #include <stdint.h>
 
 #include "RenderSystem/BMPData.h"
@@ -60,5 +61,9 @@ class UserDefineImage {
 
 // 0 loaded, -2 failed.
 int LoadUDIFile(const char* path, BMPData* out);
+
+// How many bytes of pixels LoadUDIFile hands out for a picture of that size, colour
+// size and palette type: the palette and the indices, or the pixels.
+size_t UDIPixelBytes(int width, int height, int bitsPerPixel, int paletteType);
 
 #endif

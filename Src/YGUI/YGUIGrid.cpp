@@ -8,6 +8,7 @@
 #include <rapidxml.hpp>
 #include <stdexcept>
 
+#include "External/waf/wafexp.h"
 #include "YGUI/YGUIAnimation.h"
 #include "YGUI/YGUIAnimeFrame.h"
 #include "YGUI/YGUIAnimeSet.h"
@@ -95,6 +96,20 @@ void YGUIGrid::LoadFromXml(const std::string& path) {
   size_t got;
   while ((got = fread(chunk, 1, sizeof(chunk), file)) > 0) text.insert(text.end(), chunk, chunk + got);
   fclose(file);
+  LoadLayout(text);
+}
+
+void YGUIGrid::LoadFromXml(waf_file* file) {
+  if (!file) throw std::runtime_error("cannot open file (no file of the archive)");
+  const int size = waf_size(file);
+  std::vector<char> text(size > 0 ? size_t(size) : 0);
+  if (waf_read(file, text.data(), int(text.size())) != int(text.size())) {
+    throw std::runtime_error(std::string("cannot read file ") + file->entry->name + " of the archive");
+  }
+  LoadLayout(text);
+}
+
+void YGUIGrid::LoadLayout(std::vector<char>& text) {
   text.push_back(0);
 
   // Parsed in place; every string a control keeps is copied out before the

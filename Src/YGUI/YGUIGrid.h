@@ -18,6 +18,7 @@ template <class Ch>
 class xml_node;
 }
 
+struct waf_file;
 class CanvasLayer;
 class YGUIAnimation;
 class YGUIControl;
@@ -50,6 +51,9 @@ class YGUIGrid {
   // Throws std::runtime_error "cannot open file <path>" and rapidxml's
   // parse_error.
   void LoadFromXml(const std::string& path);
+  // The same from a file inside a WAF archive, read from where it stands;
+  // std::runtime_error for a null file or one that reads short.
+  void LoadFromXml(waf_file* file);
   void UnLoad() {}
 
   void Set(int x, int y, const int& scaleX, const int& scaleY, const int& originalX, const int& originalY);
@@ -92,6 +96,8 @@ class YGUIGrid {
   // finished, and says whether it has.
   bool UpdateAnimation();
 
+  // Parses a layout's text in place (one zero byte is added) and builds the grid.
+  void LoadLayout(std::vector<char>& text);
   // Built from a layout element; null without children or without AnimSetNum.
   static YGUIAnimation* CreateAnimationFromXml(XmlNode* node);
   YGUIImageButton* CreateImageButtonFromXml(XmlNode* node);

@@ -64,6 +64,8 @@ class Mixer {
     mRate = kDefaultMixRate;
     mNextId = 1;
     mLastFrame = FrameNow();
+    mKeep = false;
+    mKept.clear();
   }
 
   // Mixes the frames of device time that passed since the last call.
@@ -74,9 +76,12 @@ class Mixer {
       mLastFrame = now;
       return;
     }
-    const bool renders = mSpeaker && mSpeaker->Renders();
+    const bool speaks = mSpeaker && mSpeaker->Renders();
+    const bool renders = speaks || mKeep;
     uint64_t renderFrom = renders ? mLastFrame : now;
-    if (renders && mSpeaker->RealTime() && now - mLastFrame > uint64_t(mRate / 2)) renderFrom = now - uint64_t(mRate / 2);
+    if (speaks && !mKeep && mSpeaker->RealTime() && now - mLastFrame > uint64_t(mRate / 2)) {
+      renderFrom = now - uint64_t(mRate / 2);
+    }
     // Time that no one hears: the sounds move on without being computed.
     if (renderFrom > mLastFrame) AdvanceAll(nullptr, renderFrom - mLastFrame);
     while (mLastFrame < now) {
@@ -88,8 +93,21 @@ class Mixer {
         const float v = std::max(-1.0f, std::min(1.0f, mMix[i]));
         mOut[i] = int16_t(lrintf(v * 32767.0f));
       }
-      mSpeaker->Write(mOut.data(), size_t(chunk));
+      if (speaks) mSpeaker->Write(mOut.data(), size_t(chunk));
+      if (mKeep) mKept.insert(mKept.end(), mOut.begin(), mOut.end());
     }
+  }
+
+  void Keep(bool keep) {
+    PumpLocked();
+    mKeep = keep;
+    mKept.clear();
+  }
+
+  std::vector<int16_t> TakeKept() {
+    std::vector<int16_t> kept;
+    kept.swap(mKept);
+    return kept;
   }
 
   tAudioID Start(const std::string& path, U8 volume, U8 priority, S8 pan, U32 payload, U32 flags) {
@@ -404,6 +422,8 @@ class Mixer {
   tAudioID mNextId = 1;
   std::vector<float> mMix;
   std::vector<int16_t> mOut;
+  bool mKeep = false;
+  std::vector<int16_t> mKept;  // output held for TakeSpeakerOutput
 };
 
 Mixer& TheMixer() {
@@ -481,6 +501,16 @@ bool FlushSpeaker(std::string* error) {
 void CloseSpeaker() {
   std::lock_guard<std::mutex> lock(TheMixer().mLock);
   TheMixer().Close();
+}
+
+void KeepSpeakerOutput(bool keep) {
+  std::lock_guard<std::mutex> lock(TheMixer().mLock);
+  TheMixer().Keep(keep);
+}
+
+std::vector<int16_t> TakeSpeakerOutput() {
+  detail::Pumped pumped;
+  return pumped->TakeKept();
 }
 
 std::vector<AudioEvent> AudioEvents() {

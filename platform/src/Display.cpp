@@ -191,6 +191,24 @@ uint32_t DisplayWindowId() {
   return display.backend->WindowId();
 }
 
+void SetWindowPanel(const uint32_t* pixels, int width, int height) {
+  DisplayState& display = Display();
+  std::lock_guard<std::mutex> hold(display.lock);
+  display.backend->SetPanel(pixels, width, height);
+}
+
+void WindowPanelSize(int* width, int* height) {
+  DisplayState& display = Display();
+  std::lock_guard<std::mutex> hold(display.lock);
+  display.backend->PanelSize(width, height);
+}
+
+bool WindowToPanel(int wx, int wy, int* x, int* y) {
+  DisplayState& display = Display();
+  std::lock_guard<std::mutex> hold(display.lock);
+  return display.backend->WindowToPanel(wx, wy, x, y);
+}
+
 std::vector<uint32_t> ReadScreen() {
   DisplayState& display = Display();
   std::lock_guard<std::mutex> hold(display.lock);

@@ -7,7 +7,7 @@ fi
 xvfb=""
 trap 'if [ -n "$xvfb" ]; then kill $xvfb 2>/dev/null; fi; rm -rf "$work"' EXIT
 # The server tells its display number when it is ready.
-Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3> "$work/display" 2> "$work/xvfb.log" &
+Xvfb -displayfd 3 -screen 0 1600x900x24 -nolisten tcp 3> "$work/display" 2> "$work/xvfb.log" &
 xvfb=$!
 for i in $(seq 100); do
   [ -s "$work/display" ] && break
@@ -46,4 +46,14 @@ touch_at() {
   xdotool mousedown 1
   sleep 0.2
   xdotool mouseup 1
+}
+
+# panel_click WID N: a click on the Nth toggle of the device panel beside the
+# screen (0 microphone, 1 turn, 2 battery, 3 suspend, 4 screenshot). The panel
+# starts right of the device (1024 window pixels at scale 2); its toggles are 32
+# pixels high every 40 pixels from y 44, as host/DevicePanel.h lays them out.
+panel_click() {
+  xdotool mousemove --window "$1" $((1024 + 160)) $((44 + 40 * $2 + 16))
+  sleep 0.1
+  xdotool click 1
 }

@@ -4,7 +4,6 @@
 // what our JPEG code reads and writes.
 #include <gtest/gtest.h>
 #include <stdio.h>
-#include <zlib.h>
 
 #include <cstdint>
 #include <string>
@@ -14,6 +13,7 @@
 
 #include "MediaCenter/MediaCenter.h"
 #include "support/TestSupport.h"
+#include "support/UdiFile.h"
 
 namespace imgtest {
 
@@ -46,47 +46,9 @@ inline Bytes Reorder(const Bytes& rgba, int width, int height, const std::vector
 
 inline Bytes Span(const unsigned char* data, size_t size) { return Bytes(data, data + size); }
 
-// A UDI file: the 36-byte header and the payload, stored (compression 0) or
-// zlib-packed (1). The bytes the loader never reads are filled with junk.
-struct UdiLayout {
-  uint16_t width = 4;
-  uint16_t height = 2;
-  uint8_t compression = 0;
-  uint8_t pixelFormat = 0;
-  uint8_t bitsPerPixel = 32;
-  uint8_t paletteType = 0;
-  int storedLengthError = 0;  // added to the stored-length field
-};
-
-inline Bytes MakeUdi(const UdiLayout& layout, const Bytes& payload) {
-  Bytes stored = payload;
-  if (layout.compression == 1) {
-    uLongf size = compressBound(payload.size());
-    stored.assign(size, 0);
-    EXPECT_EQ(Z_OK, compress2(stored.data(), &size, payload.data(), payload.size(), 9));
-    stored.resize(size);
-  }
-  Bytes out;
-  zvtest::PutText(out, std::string("UDI", 3));
-  zvtest::PutU8(out, 0);
-  zvtest::PutU32(out, 0xDEADBEEF);                                 // 4: not read
-  zvtest::PutU32(out, uint32_t(36 + payload.size()));              // 8: unpacked file length
-  zvtest::PutU32(out, uint32_t(36 + stored.size() + layout.storedLengthError));  // 12: stored file length
-  zvtest::PutU16(out, layout.width);
-  zvtest::PutU16(out, layout.height);
-  zvtest::PutU8(out, layout.compression);
-  zvtest::PutU8(out, 0xA1);  // 21 to 23: not read
-  zvtest::PutU8(out, 0xA2);
-  zvtest::PutU8(out, 0xA3);
-  zvtest::PutU8(out, layout.pixelFormat);
-  zvtest::PutU8(out, layout.bitsPerPixel);
-  zvtest::PutU8(out, 0xB6);  // 26: not read
-  zvtest::PutU8(out, layout.paletteType);
-  for (int i = 0; i < 8; ++i) zvtest::PutU8(out, uint8_t(0xC0 + i));  // 28 to 35: carried along
-  EXPECT_EQ(36u, out.size());
-  out.insert(out.end(), stored.begin(), stored.end());
-  return out;
-}
+// UDI files are laid out by the shared writer.
+using zvtest::MakeUdi;
+using zvtest::UdiLayout;
 
 // A payload of `size` bytes that tells its positions apart.
 inline Bytes Pattern(size_t size, unsigned seed = 7) {

@@ -14,6 +14,11 @@ std::vector<std::string>& CallLog() {
   return log;
 }
 
+std::function<void()>& InitializeHook() {
+  static std::function<void()> hook;
+  return hook;
+}
+
 int& LastExitReason() {
   static int reason = -1;
   return reason;
@@ -66,6 +71,7 @@ void ShellTitleState::ExitState() {
 
 void ShellTitleManager::Initialize() {
   CallLog().push_back("manager.Initialize");
+  if (InitializeHook()) InitializeHook()();
   GameManager::Initialize();
   mState = new ShellTitleState();
   LaunchState(mState);

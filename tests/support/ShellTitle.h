@@ -16,6 +16,8 @@ namespace shelltitle {
 
 // Everything the scenes and the manager were asked to do, in order.
 std::vector<std::string>& CallLog();
+// Runs, when set, as the manager's Initialize begins; tests look at the device then.
+std::function<void()>& InitializeHook();
 // The exit reason the shell gave the manager at the last exit.
 int& LastExitReason();
 

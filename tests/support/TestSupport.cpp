@@ -1,5 +1,7 @@
 #include "support/TestSupport.h"
 
+#include <gtest/gtest.h>
+
 #include <dirent.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -80,6 +82,14 @@ void PutF64(Bytes& out, double v) {
   for (int i = 0; i < 8; ++i) out.push_back(uint8_t(bits >> (8 * i)));
 }
 void PutText(Bytes& out, const std::string& text) { out.insert(out.end(), text.begin(), text.end()); }
+
+std::string CapturedStdout(const std::function<void()>& body) {
+  fflush(stdout);
+  testing::internal::CaptureStdout();
+  body();
+  fflush(stdout);
+  return testing::internal::GetCapturedStdout();
+}
 
 std::string RunCommand(const std::string& command) {
   std::string out;

@@ -42,6 +42,9 @@ void PutI32(Bytes& out, int32_t v);
 void PutF64(Bytes& out, double v);
 void PutText(Bytes& out, const std::string& text);  // raw bytes, no length
 
+// Everything `body` printed on standard output.
+std::string CapturedStdout(const std::function<void()>& body);
+
 // Runs a shell command and returns what it printed on standard output.
 std::string RunCommand(const std::string& command);
 

@@ -73,16 +73,7 @@ inline void WriteSolidTga(const std::string& path, int width, int height, RGBA c
 }
 
 // A stored UDI of the given pixel format and payload.
-inline void WriteUdi(const std::string& path, int width, int height, int pixelFormat, int bits, int paletteType,
-                     const Bytes& payload) {
-  imgtest::UdiLayout layout;
-  layout.width = uint16_t(width);
-  layout.height = uint16_t(height);
-  layout.pixelFormat = uint8_t(pixelFormat);
-  layout.bitsPerPixel = uint8_t(bits);
-  layout.paletteType = uint8_t(paletteType);
-  zvtest::WriteBytes(path, imgtest::MakeUdi(layout, payload));
-}
+using zvtest::WriteUdi;
 
 inline void WriteSolidUdi(const std::string& path, int width, int height, RGBA colour) {
   Bytes payload;

@@ -1,7 +1,9 @@
 #ifndef SRC_EXTERNAL_WAF_WAFARCHIVEMANAGER_H
 #define SRC_EXTERNAL_WAF_WAFARCHIVEMANAGER_H
-// Holds the system's WAF archive handles. The archive reader itself is not built
-// yet; no title of this framework opens an archive so far.
+// Holds the system's WAF archive handles, in three slots. A title that ships its
+// resources in archives opens them into the slots; the manager closes them.
+#include <string>
+
 #include "Base/singleton.h"
 
 struct waf_archive;
@@ -10,17 +12,19 @@ class WafArchiveManager : public Singleton<WafArchiveManager, Tag_Singleton_Manu
  public:
   enum E_Archive { eArchive_0, eArchive_1, eArchive_2, eArchive_Num };
 
-  WafArchiveManager() {
-    for (int i = 0; i < eArchive_Num; ++i) mArchives[i] = 0;
-  }
-  virtual ~WafArchiveManager() {}
+  WafArchiveManager();
+  // Closes every slot that holds an archive.
+  virtual ~WafArchiveManager();
 
-  // Does nothing on this device.
-  void Initialize(const char* /*archivePath*/) {}
-  waf_archive* GetArchive(E_Archive which) const { return mArchives[which]; }
+  // Opens nothing: this title reads its resources as plain files.
+  void Initialize(const std::string& archivePath);
+  waf_archive* getCompressedArchive(E_Archive which) const { return mCompressedArchives[which]; }
+
+  waf_archive* mCompressedArchives[eArchive_Num];
 
  private:
-  waf_archive* mArchives[eArchive_Num];
+  WafArchiveManager(const WafArchiveManager&);
+  WafArchiveManager& operator=(const WafArchiveManager&);
 };
 
 #endif

@@ -42,6 +42,12 @@ bool FlushSpeaker(std::string* error = nullptr);
 // Mixes up to now, finishes and closes the speaker; it is "none" afterwards.
 void CloseSpeaker();
 
+// A movie's ear: while kept, every frame the mixer makes is also held, whatever
+// the speaker, until taken. Turning it on or off drops what was held.
+void KeepSpeakerOutput(bool keep);
+// Mixes up to now and hands over the frames held since the last call.
+std::vector<int16_t> TakeSpeakerOutput();
+
 // What the programs on the device did with their sounds, in order.
 enum class AudioEventKind {
   Start,        // a sound started

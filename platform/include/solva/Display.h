@@ -23,6 +23,9 @@ struct DisplayOptions {
   int scale = 2;
   // The window's title (sdl only).
   std::string windowTitle = "solva";
+  // Window pixels to the right of the device for the host's own panel (sdl
+  // only); 0 for none.
+  int panelWidth = 0;
 };
 
 // Chooses the backend: "sdl", "headless", or "auto" (also ""), which takes the SDL
@@ -43,6 +46,15 @@ void PresentScreen();
 bool WindowToScreen(int wx, int wy, int* x, int* y);
 // SDL's id of the window, or 0 without one; lets the host tell its events apart.
 uint32_t DisplayWindowId();
+
+// The host's panel beside the device in the window (sdl only): `pixels` are
+// width x height, 0xAARRGGBB, shown from the next presentation on. The panel is
+// never part of the screen: not in ReadScreen, screenshots or movies.
+void SetWindowPanel(const uint32_t* pixels, int width, int height);
+// The panel's size (0 x 0 without one), and a window pixel as a panel pixel
+// (false outside the panel).
+void WindowPanelSize(int* width, int* height);
+bool WindowToPanel(int wx, int wy, int* x, int* y);
 
 const int kScreenWidth = 480;
 const int kScreenHeight = 272;

@@ -23,6 +23,10 @@ struct DisplayBackend {
   void (*Present)(const uint32_t* screen);
   bool (*WindowToScreen)(int wx, int wy, int* x, int* y);
   uint32_t (*WindowId)();
+  // The host's panel beside the screen, for backends with a window.
+  void (*SetPanel)(const uint32_t* pixels, int width, int height);
+  void (*PanelSize)(int* width, int* height);
+  bool (*WindowToPanel)(int wx, int wy, int* x, int* y);
 };
 
 extern const DisplayBackend kSdlDisplayBackend;

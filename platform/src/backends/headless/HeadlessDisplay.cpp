@@ -12,11 +12,15 @@ void Close() {}
 void Present(const uint32_t*) {}
 bool WindowToScreen(int, int, int*, int*) { return false; }
 uint32_t WindowId() { return 0; }
+void SetPanel(const uint32_t*, int, int) {}
+void PanelSize(int* width, int* height) { *width = *height = 0; }
+bool WindowToPanel(int, int, int*, int*) { return false; }
 
 }  // namespace
 
 const DisplayBackend kHeadlessDisplayBackend = {
-    "headless", &Available, &Open, &Close, false, &Present, &WindowToScreen, &WindowId,
+    "headless", &Available,   &Open,        &Close,         false, &Present, &WindowToScreen, &WindowId,
+    &SetPanel,  &PanelSize,   &WindowToPanel,
 };
 
 }  // namespace detail

@@ -4,8 +4,10 @@
 #include <cstdio>
 #include <deque>
 #include <mutex>
+#include <string>
 
 #include "backends/MicBackend.h"
+#include "backends/sdl/QuietStderr.h"
 
 namespace solva {
 namespace detail {
@@ -24,9 +26,11 @@ void Heard(void*, Uint8* stream, int length) {
   while (gHeard.size() > kMaxBuffered) gHeard.pop_front();
 }
 
-bool Open() {
+// Opens the host's default capture device; false, with SDL's reason, when none.
+bool OpenDevice(std::string* why) {
+  QuietStderr quiet;
   if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) {
-    fprintf(stderr, "solva: no audio on this host: %s\n", SDL_GetError());
+    *why = std::string("no audio on this host: ") + SDL_GetError();
     return false;
   }
   SDL_AudioSpec want{}, have{};
@@ -37,8 +41,17 @@ bool Open() {
   want.callback = Heard;
   gDevice = SDL_OpenAudioDevice(nullptr, 1, &want, &have, 0);
   if (gDevice == 0) {
-    fprintf(stderr, "solva: no microphone on this host: %s\n", SDL_GetError());
+    *why = std::string("no microphone on this host: ") + SDL_GetError();
     SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    return false;
+  }
+  return true;
+}
+
+bool Open() {
+  std::string why;
+  if (!OpenDevice(&why)) {
+    fprintf(stderr, "solva: %s\n", why.c_str());
     return false;
   }
   {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "backends/Speaker.h"
+#include "backends/sdl/QuietStderr.h"
 
 namespace solva {
 namespace detail {
@@ -42,6 +43,7 @@ class SdlSpeaker : public Speaker {
 };
 
 Speaker* OpenSdlSpeaker(const std::string&, int rate, std::string* error) {
+  QuietStderr quiet;
   if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) {
     if (error) *error = std::string("SDL audio: ") + SDL_GetError();
     return nullptr;

@@ -1,0 +1,22 @@
+#include "support/GLQuad.h"
+
+#include <GLES/gl.h>
+
+namespace zvtest {
+
+void DrawTexturedQuad(unsigned textureID, int x, int y, int width, int height) {
+  const GLfixed one = 1 << 16;
+  const GLfixed left = x * one, top = y * one, right = (x + width) * one, bottom = (y + height) * one;
+  const GLfixed vertices[] = {left, top, right, top, left, bottom, right, bottom};
+  const GLfixed texels[] = {0, 0, one, 0, 0, one, one, one};
+  glBindTexture(GL_TEXTURE_2D, textureID);
+  glEnableClientState(GL_VERTEX_ARRAY);
+  glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+  glVertexPointer(2, GL_FIXED, 0, vertices);
+  glTexCoordPointer(2, GL_FIXED, 0, texels);
+  glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
+  glDisableClientState(GL_TEXTURE_COORD_ARRAY);
+  glDisableClientState(GL_VERTEX_ARRAY);
+}
+
+}  // namespace zvtest
