@@ -5,6 +5,7 @@
 #include "Base/File.h"
 #include "Base/FileRecords.h"
 #include "RenderSystem/AnimationSet.h"
+#include "RenderSystem/GLTextureManager.h"
 #include "RenderSystem/SpriteInfo.h"
 
 namespace {
@@ -20,10 +21,7 @@ AnimatedSpriteData::AnimatedSpriteData(const char* name) : ManagedItem(name), mA
 
 AnimatedSpriteData::~AnimatedSpriteData() {
   for (int layer = 0; layer < eImageLayer_Num; ++layer) {
-    // Unfinished: each non-null page texture is to be given back here through
-    // gxGetTextureManager()->ReleaseTexture(texture) once the texture manager
-    // loads textures. Until then Load leaves every page null, so none is held.
-    mLayerTextures[layer].clear();
+    ReleasePages(layer);
     for (size_t i = 0; i < mLayerSprites[layer].size(); ++i) delete mLayerSprites[layer][i];
     mLayerSprites[layer].clear();
   }
@@ -53,13 +51,21 @@ int AnimatedSpriteData::Load(const char* name) {
   const char* layerName = mAnimationSet->mLayerNames[0];
   const std::string layer(layerName, strnlen(layerName, AnimationSet::kLayerNameSize));
   const int pages = ReadAtlas(AtlasPath(name, layer));
-  // 6.
-  mLayerTextures[0].assign(pages, static_cast<GLTexture*>(0));
-  // Unfinished: for each page i from 0, the texture is to be loaded here with
-  //   mLayerTextures[0][i] = gxGetTextureManager()->LoadTextureNoExpand(PagePath(name, layer, i).c_str(), 0);
-  // keeping the result, null or not, once the texture manager loads textures.
-  // Until then every page stays null, which draws nothing, as a missing page does.
+  // 6. A page not found stays null, and its tiles draw nothing.
+  ReleasePages(0);  // those of an earlier Load
+  mLayerTextures[0].resize(pages);
+  for (int i = 0; i < pages; ++i) {
+    mLayerTextures[0][i] = gxGetTextureManager()->LoadTextureNoExpand(PagePath(name, layer, i).c_str(), 0);
+  }
   return 1;
+}
+
+void AnimatedSpriteData::ReleasePages(int layer) {
+  // A page that was not found holds no texture and asks nothing of the manager.
+  for (size_t i = 0; i < mLayerTextures[layer].size(); ++i) {
+    if (mLayerTextures[layer][i] != 0) gxGetTextureManager()->ReleaseTexture(mLayerTextures[layer][i]);
+  }
+  mLayerTextures[layer].clear();
 }
 
 int AnimatedSpriteData::ReadAtlas(const std::string& path) {

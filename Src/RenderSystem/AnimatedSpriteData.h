@@ -36,10 +36,14 @@ class AnimatedSpriteData : public ManagedItem {
   static constexpr uint32_t kMagic = 0x5354414C;  // "LATS"
 
   explicit AnimatedSpriteData(const char* name);
+  // Gives the page textures back to the texture manager and deletes the frames
+  // and animations.
   virtual ~AnimatedSpriteData();
 
   // 1 when the animations loaded, 0 when they did not. A missing or bad atlas
-  // leaves a sprite with animations and no frames, and still gives 1.
+  // leaves a sprite with animations and no frames, and still gives 1. Pages load
+  // through the texture manager (which must exist once an atlas names a page),
+  // each found as .udi, .tga or .bmp; a page not found is a null texture.
   int Load(const char* name);
   // The result of AnimationSet::Import0 on the sprite's ".anim" file.
   int loadAnimationSet(const char* name);
@@ -63,6 +67,8 @@ class AnimatedSpriteData : public ManagedItem {
  private:
   // The page count of the atlas read into layer 0; 0 for a missing or bad one.
   int ReadAtlas(const std::string& path);
+  // Gives the layer's page textures back to the texture manager.
+  void ReleasePages(int layer);
 };
 
 #endif
