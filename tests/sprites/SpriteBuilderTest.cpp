@@ -14,6 +14,7 @@
 #include "RenderSystem/SpriteInfo.h"
 #include "SpriteBuilder.h"
 #include "SpriteDescription.h"
+#include "SpriteGL.h"
 #include "SpriteTestSupport.h"
 #include "TileAtlas.h"
 #include "support/PngImage.h"
@@ -254,9 +255,18 @@ std::vector<uint32_t> Pattern(int w, int h, int seed) {
   return pixels;
 }
 
+// The source with its fully transparent pixels cleared, as the builder stores it.
+std::vector<uint32_t> Visible(std::vector<uint32_t> pixels) {
+  for (uint32_t& p : pixels) {
+    if (p >> 24 == 0) p = 0;
+  }
+  return pixels;
+}
+
 class SpriteBuilderTest : public testing::Test {
  protected:
   void SetUp() override {
+    ASSERT_TRUE(gl.gl.ok()) << gl.gl.error();
     sources = dir.file("src");
     mkdir(sources.c_str(), 0755);
     out = dir.file("res/AnimatedSprites");
@@ -279,6 +289,22 @@ class SpriteBuilderTest : public testing::Test {
         "  frame f3.png 0.125\n"
         "  frame f0.png 0.125\n");
   }
+  // Each frame drawn on the GL context, tile by tile from the page textures, and
+  // read back, equals its source PNG.
+  void ExpectDrawnFramesEqualSources(const AnimatedSpriteData& sprite, const std::string& name) {
+    for (size_t f = 0; f < frames.size(); ++f) {
+      SCOPED_TRACE(f);
+      const SpriteInfo* info = sprite.GetSpriteInfo(eImageLayer_Base, int(f));
+      ASSERT_NE(nullptr, info);
+      EXPECT_EQ(sizes[f].first, info->mWidth);
+      EXPECT_EQ(sizes[f].second, info->mHeight);
+      spritetest::ClearScreen();
+      EXPECT_EQ(info->mCellCount, spritetest::DrawFrame(sprite, int(f), 7, 5));
+      EXPECT_TRUE(zvtest::SamePixels(name + "_frame" + std::to_string(f), Visible(frames[f]),
+                                     zvtest::ReadPixels(7, 5, info->mWidth, info->mHeight), info->mWidth,
+                                     info->mHeight));
+    }
+  }
   void Describe(const std::string& text) { zvtest::WriteText(sources + "/hero.sprite", text); }
   std::string Run(const std::string& arguments) {
     return zvtest::RunCommand(std::string(SPRITE_BUILDER) + " " + arguments + " 2>&1; echo \"exit $?\"");
@@ -291,6 +317,7 @@ class SpriteBuilderTest : public testing::Test {
     return sb::Build(options, &report, error);
   }
 
+  spritetest::SpriteGL gl;  // loading a sprite loads its pages as textures
   zvtest::TempDir dir;
   std::string sources, out;
   std::vector<std::pair<int, int>> sizes;
@@ -298,46 +325,11 @@ class SpriteBuilderTest : public testing::Test {
   sb::Report report;
 };
 
-// The pages of a loaded sprite as the image loader reads them.
-struct Pages {
-  ~Pages() {
-    for (BMPData& page : pages) UnloadBMPData(&page);
-  }
-  std::vector<BMPData> pages;
-};
-
-// Frame `index` put together from its cells, as 0xAARRGGBB.
-std::vector<uint32_t> Assemble(const SpriteInfo& info, const std::vector<BMPData>& pages) {
-  std::vector<uint32_t> pixels(size_t(info.mWidth) * info.mHeight, 0);
-  for (int c = 0; c < info.mCellCount; ++c) {
-    const SpriteCell& cell = info.mCells[c];
-    const BMPData& page = pages.at(cell.mPage);
-    for (int y = 0; y < 16; ++y) {
-      for (int x = 0; x < 16; ++x) {
-        const int fx = cell.mCellColumn * 16 + x, fy = cell.mCellRow * 16 + y;
-        if (fx >= info.mWidth || fy >= info.mHeight) continue;
-        const uint8_t* p = page.pixels + (size_t(cell.mTileRow * 16 + y) * page.width + cell.mTileColumn * 16 + x) * 4;
-        pixels[size_t(fy) * info.mWidth + fx] = uint32_t(p[3]) << 24 | uint32_t(p[0]) << 16 | uint32_t(p[1]) << 8 | p[2];
-      }
-    }
-  }
-  return pixels;
-}
-
-// The source with its fully transparent pixels cleared, as the builder stores it.
-std::vector<uint32_t> Visible(std::vector<uint32_t> pixels) {
-  for (uint32_t& p : pixels) {
-    if (p >> 24 == 0) p = 0;
-  }
-  return pixels;
-}
-
-TEST_F(SpriteBuilderTest, TheBuiltSpriteLoadsThroughTheFrameworkAndItsFramesEqualTheSources) {
+TEST_F(SpriteBuilderTest, TheBuiltSpriteLoadsThroughTheFrameworkAndItsDrawnFramesEqualTheSources) {
   std::string error;
   ASSERT_TRUE(Build(&error)) << error;
   EXPECT_TRUE(report.warnings.empty());
   ygtest::ScopedWorkDir work(dir.path());
-  ygtest::ScopedTextureManager textures;  // the UDI loader asks for it
 
   AnimatedSpriteDataManager manager;
   EXPECT_EQ(0, manager.getSpriteIDByName("hero"));
@@ -348,36 +340,41 @@ TEST_F(SpriteBuilderTest, TheBuiltSpriteLoadsThroughTheFrameworkAndItsFramesEqua
   // Four distinct PNGs, four atlas frames, in order of first use.
   ASSERT_EQ(4u, sprite.mLayerSprites[0].size());
   EXPECT_EQ(1u, sprite.mLayerHeaders[0].mCompactCells);
-  Pages pages;
-  pages.pages.resize(sprite.mLayerTextures[0].size());
-  ASSERT_GE(pages.pages.size(), 1u);
-  for (size_t i = 0; i < pages.pages.size(); ++i) {
+  ASSERT_GE(sprite.mLayerTextures[0].size(), 1u);
+  for (size_t i = 0; i < sprite.mLayerTextures[0].size(); ++i) {
+    // Pages are R8G8B8A8 UDI files, what GL takes as it is, 256 wide and a power
+    // of two high.
     const std::string path = AnimatedSpriteData::PagePath("hero", "body", int(i)) + ".udi";
-    ASSERT_EQ(0, LoadImageFromFile(path.c_str(), &pages.pages[i])) << path;
-    EXPECT_EQ(1, pages.pages[i].pixelFormat);  // R8G8B8A8: what GL takes as it is
-    EXPECT_EQ(32, pages.pages[i].bitsPerPixel);
-    EXPECT_EQ(0, pages.pages[i].paletteType);
-    EXPECT_EQ(256, pages.pages[i].width);
-    EXPECT_EQ(0, pages.pages[i].height & (pages.pages[i].height - 1));  // a power of two
+    BMPData page;
+    ASSERT_EQ(0, LoadImageFromFile(path.c_str(), &page)) << path;
+    EXPECT_EQ(1, page.pixelFormat);
+    EXPECT_EQ(32, page.bitsPerPixel);
+    EXPECT_EQ(0, page.paletteType);
+    UnloadBMPData(&page);
+    const GLTexture* texture = sprite.GetLayerTexture(eImageLayer_Base, int(i));
+    ASSERT_NE(nullptr, texture) << path;
+    EXPECT_EQ(path, texture->mName);
+    EXPECT_EQ(256u, texture->mWidth);
+    EXPECT_EQ(0u, texture->mHeight & (texture->mHeight - 1));
   }
-  for (size_t f = 0; f < frames.size(); ++f) {
-    SCOPED_TRACE(f);
-    const SpriteInfo* info = sprite.GetSpriteInfo(eImageLayer_Base, int(f));
-    ASSERT_NE(nullptr, info);
-    EXPECT_EQ(sizes[f].first, info->mWidth);
-    EXPECT_EQ(sizes[f].second, info->mHeight);
-    const std::vector<uint32_t> drawn = Assemble(*info, pages.pages);
-    const std::vector<uint32_t> expected = Visible(frames[f]);
-    if (drawn != expected) {
-      zvtest::WritePng(dir.file("frame_actual.png"), info->mWidth, info->mHeight, drawn);
-      zvtest::WritePng(dir.file("frame_expected.png"), info->mWidth, info->mHeight, expected);
-    }
-    ASSERT_EQ(expected, drawn);
-  }
+  ExpectDrawnFramesEqualSources(sprite, "built");
   // Clear tiles are left out: frame 2 is one, and the third column of frame 3's
   // cells holds only x = 32, which is clear.
   EXPECT_EQ(0, sprite.GetSpriteInfo(eImageLayer_Base, 2)->mCellCount);
   EXPECT_EQ(4, sprite.GetSpriteInfo(eImageLayer_Base, 3)->mCellCount);
+}
+
+TEST_F(SpriteBuilderTest, FramesSpreadOverSmallPagesDrawTheSame) {
+  std::string error;
+  ASSERT_TRUE(Build(&error, 32)) << error;  // four tiles a page
+  ygtest::ScopedWorkDir work(dir.path());
+  AnimatedSpriteData sprite("hero");
+  ASSERT_EQ(1, sprite.Load("hero"));
+  ASSERT_GT(sprite.mLayerTextures[0].size(), 2u);
+  for (size_t i = 0; i < sprite.mLayerTextures[0].size(); ++i) {
+    ASSERT_NE(nullptr, sprite.GetLayerTexture(eImageLayer_Base, int(i))) << i;
+  }
+  ExpectDrawnFramesEqualSources(sprite, "small_pages");
 }
 
 TEST_F(SpriteBuilderTest, TheAnimationsHoldTheDescribedKeysTimesEventsAndBoxes) {
