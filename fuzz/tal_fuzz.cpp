@@ -8,6 +8,7 @@
 
 #include "FuzzSupport.h"
 #include "RenderSystem/AnimatedSpriteData.h"
+#include "RenderSystem/GLTextureManager.h"
 #include "RenderSystem/SpriteInfo.h"
 
 namespace {
@@ -31,6 +32,9 @@ void MakeTitleFolder() {
   fwrite(layers, 1, sizeof layers, anim);
   Put32(anim, 0);  // no boxes
   fclose(anim);
+  // Pages are looked for through the texture manager; there are no page files, so
+  // none is found and no GL is needed.
+  GLTextureManager::sCreate();
 }
 
 }  // namespace
@@ -51,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     for (unsigned c = 0; c < info->mCellCount; ++c) {
       const SpriteCell& cell = info->mCells[c];
       sum += cell.mPage + cell.mTileColumn + cell.mTileRow + cell.mCellColumn + cell.mCellRow;
-      if (sprite.GetLayerTexture(eImageLayer_Base, cell.mPage) != nullptr) abort();  // no page loads yet
+      if (sprite.GetLayerTexture(eImageLayer_Base, cell.mPage) != nullptr) abort();  // no page file exists
       if (size_t(cell.mPage) >= sprite.mLayerTextures[0].size()) abort();  // every page a cell uses is counted
     }
   }
