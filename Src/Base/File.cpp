@@ -47,34 +47,31 @@ void File::close() {
 
 bool File::isOpened() const { return mStream != 0; }
 
+// These five give 0 on a short read: fread leaves the bytes it found of a
+// partial value in it, and the value is not those bytes.
 int File::readInt() {
   int value = 0;
-  fread(&value, sizeof value, 1, mStream);
-  return value;
+  return fread(&value, sizeof value, 1, mStream) == 1 ? value : 0;
 }
 
 unsigned File::readUInt() {
   unsigned value = 0;
-  fread(&value, sizeof value, 1, mStream);
-  return value;
+  return fread(&value, sizeof value, 1, mStream) == 1 ? value : 0;
 }
 
 float File::readFloat() {
   float value = 0.0f;
-  fread(&value, sizeof value, 1, mStream);
-  return value;
+  return fread(&value, sizeof value, 1, mStream) == 1 ? value : 0.0f;
 }
 
 unsigned short File::readUShort() {
   unsigned short value = 0;
-  fread(&value, sizeof value, 1, mStream);
-  return value;
+  return fread(&value, sizeof value, 1, mStream) == 1 ? value : 0;
 }
 
 unsigned char File::readUChar() {
   unsigned char value = 0;
-  fread(&value, sizeof value, 1, mStream);
-  return value;
+  return fread(&value, sizeof value, 1, mStream) == 1 ? value : 0;
 }
 
 // The device leaves the next two uncleared, so a short read gives whatever was on

@@ -56,6 +56,11 @@ void GLContext::Swap() const {
 }
 
 void DrawTexture(unsigned textureID, int x, int y, int width, int height) {
+  DrawTextureRegion(textureID, x, y, width, height, 0.0f, 0.0f, 1.0f, 1.0f);
+}
+
+void DrawTextureRegion(unsigned textureID, int x, int y, int width, int height, float s0, float t0, float s1,
+                       float t1) {
   glViewport(0, 0, 480, kScreenHeight);
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
@@ -65,7 +70,7 @@ void DrawTexture(unsigned textureID, int x, int y, int width, int height) {
   glDisable(GL_BLEND);
   glEnable(GL_TEXTURE_2D);
   glTexEnvx(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
-  DrawTexturedQuad(textureID, x, y, width, height);
+  DrawTexturedQuad(textureID, x, y, width, height, s0, t0, s1, t1);
 }
 
 std::vector<uint32_t> ReadPixels(int x, int y, int width, int height) {

@@ -49,6 +49,10 @@ class GLContext {
 // InitSolvaOpenGL makes it), texturing on, blending off, the texture environment
 // GL_REPLACE, so that every drawn pixel is a texel as the GL holds it.
 void DrawTexture(unsigned textureID, int x, int y, int width, int height);
+// The same with the part of the texture from (s0, t0) to (s1, t1) (see
+// DrawTexturedQuad): a tile of a page, say.
+void DrawTextureRegion(unsigned textureID, int x, int y, int width, int height, float s0, float t0, float s1,
+                       float t1);
 
 // The GL surface's pixels of the rectangle at (x, y) from the top left, row by row
 // from the top, each 0xAARRGGBB (glReadPixels).
