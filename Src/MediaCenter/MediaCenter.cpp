@@ -6,6 +6,7 @@
 #include <tinyxml.h>
 
 #include <fstream>
+#include <stdexcept>
 #include <vector>
 
 #include "AtomicFile.h"
@@ -1264,6 +1265,180 @@ void MediaCenter::ReturnMedia(EResType type, int id) {
     default:
       break;
   }
+}
+
+// ---------------------------------------------------------------------------
+// Videos and stories
+
+namespace {
+
+// RIFF words as they stand in the file, read as little-endian numbers.
+const unsigned kFourCCRiff = 0x46464952u;  // "RIFF"
+const unsigned kFourCCAvi = 0x20495641u;   // "AVI "
+const unsigned kFourCCJunk = 0x4B4E554Au;  // "JUNK"
+const unsigned kFourCCList = 0x5453494Cu;  // "LIST"
+const unsigned kFourCCMovi = 0x69766F6Du;  // "movi"
+const unsigned kFourCCAvih = 0x68697661u;  // "avih"
+// A compressed video frame: two characters (the stream), then "dc".
+const unsigned kFrameChunkHighHalf = 0x6364u;
+
+// The standard main AVI header, the body of the "avih" chunk.
+struct MainAVIHeader {
+  uint32_t microSecPerFrame;
+  uint32_t maxBytesPerSec;
+  uint32_t paddingGranularity;
+  uint32_t flags;
+  uint32_t totalFrames;
+  uint32_t initialFrames;
+  uint32_t streams;
+  uint32_t suggestedBufferSize;
+  uint32_t width;
+  uint32_t height;
+  uint32_t reserved[4];
+};
+static_assert(sizeof(MainAVIHeader) == 56, "the main AVI header is 56 bytes");
+
+// Four bytes as a little-endian word; false when fewer than four are left.
+bool ReadWord(FILE* stream, unsigned& word) {
+  unsigned char bytes[4];
+  if (fread(bytes, 1, 4, stream) != 4) return false;
+  word = unsigned(bytes[0]) | unsigned(bytes[1]) << 8 | unsigned(bytes[2]) << 16 | unsigned(bytes[3]) << 24;
+  return true;
+}
+
+}  // namespace
+
+bool MediaCenter::ExtractAVIFrame(const std::string& source, const std::string& output) {
+  printf("[MediaCenter][ExtractAVIFrame]\nSource: %s\nOutput: %s\n", source.c_str(), output.c_str());
+  FILE* in = 0;
+  try {
+    in = fopen(source.c_str(), "rb");
+    if (in == 0) throw std::runtime_error("Can't open AVI file.");
+    unsigned word;
+    if (!ReadWord(in, word) || word != kFourCCRiff) throw std::runtime_error("Not a RIFF file.");
+    fseek(in, 4, SEEK_CUR);  // the RIFF size
+    if (!ReadWord(in, word) || word != kFourCCAvi) throw std::runtime_error("Not an AVI file.");
+
+    // Top level: padding and lists are passed over until the list of the frames.
+    for (;;) {
+      if (!ReadWord(in, word)) throw std::runtime_error("Can't read block type.");
+      unsigned size;
+      if (word == kFourCCJunk) {
+        if (!ReadWord(in, size)) throw std::runtime_error("Error reading JUNK size.");
+        fseek(in, long(size), SEEK_CUR);
+      } else if (word == kFourCCList) {
+        if (!ReadWord(in, size)) throw std::runtime_error("Error reading LIST size.");
+        const long end = ftell(in) + long(size);
+        unsigned listType;
+        if (!ReadWord(in, listType)) throw std::runtime_error("Error reading LIST item type.");
+        if (listType == kFourCCMovi) break;
+        fseek(in, end, SEEK_SET);
+      } else {
+        throw std::runtime_error("Unknown block type. Expect JUNK or LIST.");
+      }
+    }
+
+    // Inside "movi", word by word up to the first frame chunk; other chunks are
+    // not skipped by their sizes.
+    do {
+      if (!ReadWord(in, word)) throw std::runtime_error("Error reading MOVI item type.");
+    } while ((word >> 16) != kFrameChunkHighHalf);
+    unsigned size;
+    if (!ReadWord(in, size)) throw std::runtime_error("Error reading image content size.");
+
+    FILE* out = fopenAtomic(output.c_str(), "wb");
+    if (out == 0) throw std::runtime_error("Error creating image file.");
+    // The frame's bytes as they stand; a file that ends early gives a short output.
+    char block[512];
+    for (unsigned remaining = size; remaining > 0;) {
+      const unsigned ask = remaining < sizeof block ? remaining : unsigned(sizeof block);
+      const size_t got = fread(block, 1, ask, in);
+      fwrite(block, 1, got, out);
+      remaining -= ask;
+      // Past the end of the file every further read gives nothing.
+      if (got < ask) break;
+    }
+    fcloseAtomic(out);
+    fclose(in);
+    return true;
+  } catch (const std::runtime_error& error) {
+    if (in != 0) fclose(in);
+    printf("[MediaCenter][ExtractAVIFrame] Extract failed: %s\n", error.what());
+    return false;
+  }
+}
+
+bool MediaCenter::DescendToSpecificFourCC(FILE* stream, unsigned fourCC) const {
+  if (stream == 0) return false;
+  for (;;) {
+    const int first = fgetc(stream);
+    if (first == EOF) return false;
+    if (unsigned(first) != (fourCC & 0xFFu)) continue;
+    unsigned char rest[3];
+    if (fread(rest, 1, 3, stream) != 3) return false;
+    const unsigned word = unsigned(first) | unsigned(rest[0]) << 8 | unsigned(rest[1]) << 16 | unsigned(rest[2]) << 24;
+    if (word == fourCC) {
+      fseek(stream, -4, SEEK_CUR);
+      return true;
+    }
+    // The three bytes are not given back: a code that begins among them is missed.
+  }
+}
+
+real MediaCenter::GetVideoLengthByResId(int id) {
+  if (id == -1) return 0;
+  ResInfo* resInfo = GetResInfo(eRT_Video, id, false);
+  if (resInfo == 0) return 0;
+  ExtractThumb(resInfo);
+  const std::string path = mArchiver->mVideoPath + resInfo->mName;
+  File file(path.c_str(), "rb");
+  if (!file.isOpened()) return 0;
+  const unsigned MarkFourCC = kFourCCAvih;
+  if (!DescendToSpecificFourCC(file.stream(), MarkFourCC)) return 0;
+  const unsigned FourCC = file.readUInt();
+  assert(FourCC == MarkFourCC);
+  const unsigned ChunkSize = file.readUInt();
+  assert(ChunkSize == sizeof(MainAVIHeader));
+  // Cleared, so that a file that ends inside the header reads as zeros there.
+  uint8* bytes = new uint8[sizeof(MainAVIHeader)]();
+  file.read(bytes, 1, sizeof(MainAVIHeader));
+  MainAVIHeader header;
+  memcpy(&header, bytes, sizeof header);
+  const real seconds = real(header.microSecPerFrame) / 1000000.0f * real(header.totalFrames);
+  delete[] bytes;
+  file.close();
+  return seconds;
+}
+
+void MediaCenter::StoreStoryBookToDisk(const ResInfo* record, uint8* rgb, int width, int height, int, int page) {
+  char name[50];
+  memset(name, 0, sizeof name);
+  snprintf(name, sizeof name, "Page%d%s", page, ".jpg");
+  std::string pagePath = record->mName + name;
+  if (!GenerateJpgFromRGB8(pagePath, rgb, width, height, 1.0f)) return;
+
+  if (page == 1) {
+    memset(name, 0, sizeof name);
+    snprintf(name, sizeof name, "Page%d_thumb%s", page, ".jpg");
+    const int thumbWidth = width / 3;
+    const int thumbHeight = height / 3;
+    uint8* thumb = ScaleBuffer(thumbWidth, thumbHeight, 1, width, height, rgb);
+    std::string thumbPath = record->mName + name;
+    GenerateJpgFromRGB8(thumbPath, thumb, thumbWidth, thumbHeight, 1.0f);
+    delete[] thumb;
+  }
+
+  // Every page asks; the list keeps one line for the story.
+  WriteUploadFileIncreased(record);
+
+  const std::string folder = record->mName + "Audio/";
+  const std::string& source = record->mAudioSrcName;
+  size_t slash = source.rfind('/');
+  if (slash == std::string::npos) slash = source.rfind('\\');
+  const std::string fileName = slash == std::string::npos ? std::string() : source.substr(slash + 1);
+  const std::string target = folder + fileName;
+  printf("src audio name:%s, audio name:%s\n", source.c_str(), target.c_str());
+  solvaRename(source.c_str(), target.c_str());
 }
 
 // ---------------------------------------------------------------------------

@@ -5,6 +5,8 @@
 // keeps both on disk in the gallery's index files, which every program on the
 // device shares. Creating, storing and deleting media go through a protected
 // operation, a one-entry journal that the next start finishes or undoes.
+#include <stdio.h>
+
 #include <string>
 
 #include "MediaCenter/ResInfo.h"
@@ -13,6 +15,8 @@ class Archive;
 class GameManager;
 
 typedef int BOOL;
+// The framework's single-precision number.
+typedef float real;
 
 enum EMediaErrorCode {
   eMedia_Ok = 1,       // there is room
@@ -136,6 +140,25 @@ class MediaCenter {
   void ReturnThumb(ResInfo* InResInfo);
   void ReturnThumb(EResType type, int id);
   void ReturnMedia(EResType type, int id);
+
+  // Videos and stories. A video's length and its first frame come from a walk of
+  // our own over the AVI file's RIFF chunks, with no video library.
+  //
+  // Writes the bytes of the first frame chunk ("..dc") of the AVI file `source`,
+  // unchanged, as the file `output`: for MJPEG, a JPEG. False, with a message,
+  // when the walk fails.
+  bool ExtractAVIFrame(const std::string& source, const std::string& output);
+  // Moves `stream` to the next place where `fourCC` stands; false at the end of
+  // the file. A code that begins inside the three bytes after a wrong first byte
+  // is missed.
+  bool DescendToSpecificFourCC(FILE* stream, unsigned fourCC) const;
+  // Seconds, from the main AVI header of the video numbered `id`; 0 without one.
+  real GetVideoLengthByResId(int id);
+  // Writes page `page` (from 1) of the story `record` into its folder, which the
+  // caller has made: the picture, for page 1 its thumbnail at a third of its size,
+  // the upload list's line, and the page's sound (mAudioSrcName) moved into
+  // "Audio/". The caller saves the index. The fifth argument is not used.
+  void StoreStoryBookToDisk(const ResInfo* record, uint8* rgb, int width, int height, int ignored, int page);
 
   // Upload lists.
   void WriteUploadFileIncreased(const ResInfo* inResInfo);
