@@ -5,7 +5,7 @@ JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 BUILD_DIR = build/$(PRESET)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build test run bench asan test-asan fuzz format clean
+.PHONY: all deps configure build test run bench profile asan test-asan fuzz format clean
 
 all: build
 
@@ -31,6 +31,12 @@ bench: PRESET = default
 bench: build
 	@cmake --build --preset default --target benchmarks -j $(JOBS)
 	@for b in build/default/bench/bench_*; do echo "== $$b"; $$b; done
+
+# Instructions of one recorder frame under callgrind: repeatable, unlike timings.
+profile: PRESET = default
+profile: build
+	@cmake --build --preset default --target bench_recorder -j $(JOBS)
+	@scripts/profile-frames build/default/bench/bench_recorder
 
 asan test-asan:
 	@$(MAKE) --no-print-directory test PRESET=asan

@@ -3,7 +3,7 @@
 // A rectangular surface of 32-bit pixels in memory that controls and scenes draw
 // into each frame; a CanvasRender then pushes it to the display. This portable
 // layer keeps bytes R, G, B, A as they come and blends by division; the platform's
-// layers (Canvas/VT) keep B, G, R, A and blend through gColorBlendTable.
+// layers (Canvas/VT) keep B, G, R, A and blend as gColorBlendTable gives.
 //
 // Coordinates of the draw operations are in the rotated screen's system: `orient`
 // is an EOrientationStatus (0 as drawn, 1 a quarter clockwise, 2 upside down,

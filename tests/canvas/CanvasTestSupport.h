@@ -8,8 +8,10 @@
 #include <vector>
 
 #include "Canvas/CanvasLayer.h"
+#include "Canvas/CanvasSpans.h"
 #include "Canvas/VT/ZvCanvasFactory.h"
 #include "Canvas/VT/ZvCanvasRGBALayer.h"
+#include "CanvasReference.h"
 #include "solva/Device.h"
 
 namespace canvastest {
@@ -65,6 +67,28 @@ class LayerTest : public testing::Test {
   ZvCanvasFactory mFactory;
   std::vector<CanvasLayer*> mLayers;
 };
+
+// The builds of the spans this machine runs, narrowest first.
+std::vector<ECanvasSpanPath> SpanPaths();
+const char* PathName(ECanvasSpanPath path);
+
+// Makes the layers draw with one build of the spans while it lives.
+class UsingPath {
+ public:
+  explicit UsingPath(ECanvasSpanPath path);
+  ~UsingPath();
+
+ private:
+  ECanvasSpanPath mBefore;
+};
+
+// Draws with `form` on a real layer (a platform layer for the platform's forms). The
+// platform's six-argument RGB888 form goes through ZvCanvasRGBALayer's own override,
+// or through ZvCanvasLayer's if `baseForm`.
+void RunForm(canvasref::Form form, CanvasLayer* layer, const canvasref::Draw& draw, bool baseForm = false);
+
+// The index of the first pixel in which two layers' bytes differ, or -1.
+int FirstDifference(const uint8_t* a, const uint8_t* b, int pixels);
 
 // The line of `source` (a path below the source tree) that holds `text`; 0 if none.
 int LineOf(const std::string& source, const std::string& text);

@@ -1,7 +1,6 @@
 #include "Canvas/VT/ZvCanvasRGBALayer.h"
 
 #include <assert.h>
-#include <stdint.h>
 #include <string.h>
 
 #include "CSystemData.h"
@@ -60,17 +59,14 @@ void ZvCanvasRGBALayer::Draw_Image_RGB888(int x, int y, const uint8* src, int sr
   if (!ClipCanvasImage(x, y, srcW, srcH, orient, mWidth, mHeight, &clip)) return;
   if (clip.runY < 1) return;
   const uint8* first = src + (clip.skipY * srcW + clip.skipX) * 3;
-  const int step = CanvasDestStep(orient, mWidth);
-  for (int row = 0; row < clip.runY; ++row) {
-    const uint8* source = first + row * srcW * 3;
-    int index = CanvasDestIndex(orient, clip.startX, clip.startY + row, mWidth, mHeight);
-    for (int column = 0; column < clip.runX; ++column, index += step, source += 3) {
-      uint8* DestTemp = mBuffer + index * 4;
-      assert(DestTemp < mBuffer + mWidth * mHeight * 4);
-      const uint32_t word = 0xFF000000u | (uint32_t(source[0]) << 16) | (uint32_t(source[1]) << 8) | source[2];
-      memcpy(DestTemp, &word, 4);
-    }
+  if (clip.runX > 0) {
+    // The bound check of every pixel, made once on the farthest: clipping keeps them all inside.
+    uint8* DestTemp =
+        mBuffer + CanvasFarthestIndex(orient, clip.startX, clip.startY, clip.runX, clip.runY, mWidth, mHeight) * 4;
+    assert(DestTemp < mBuffer + mWidth * mHeight * 4);
   }
+  CanvasCopyRGBImage(mBuffer, mWidth, mHeight, orient, clip.startX, clip.startY, clip.runX, clip.runY, first, srcW,
+                     true);
 }
 
 void ZvCanvasRGBALayer::DrawString(int x, int y, const std::string& text, int) {

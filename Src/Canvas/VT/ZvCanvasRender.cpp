@@ -6,7 +6,7 @@
 
 #include "Base/XAssert.h"
 #include "CDisplaySvc.h"
-#include "Canvas/ColorBlendTable.h"
+#include "Canvas/CanvasSpans.h"
 #include "Canvas/VT/ZvCanvasTypes.h"
 
 using namespace Vantrel::Solva;
@@ -35,16 +35,10 @@ void ZvCanvasRender::DrawLayer(CanvasLayer* layer, float alpha) {
   } else if (alpha == 0.0f) {
     memset(target, 0, width * 4 * height);
   } else {
-    // A negative alpha counts as 0 and one above 1 as 1: the table has no room beyond.
-    const float factor = alpha < 0.0f ? 0.0f : (alpha > 1.0f ? 1.0f : alpha);
-    const int bytes = width * 4 * height;
-    for (int i = 0; i < bytes; i += 4) {
-      const unsigned a = static_cast<unsigned>(static_cast<float>(source[i + 3]) * factor);
-      target[i] = gColorBlendTable[source[i] * 256 + a];
-      target[i + 1] = gColorBlendTable[source[i + 1] * 256 + a];
-      target[i + 2] = gColorBlendTable[source[i + 2] * 256 + a];
-      target[i + 3] = static_cast<uint8>(a);
-    }
+    // A negative alpha (or none, NaN) counts as 0 and one above 1 as 1: the table has
+    // no room beyond. Each pixel as T[byte][a] with a = (unsigned)(A x alpha).
+    const float factor = !(alpha > 0.0f) ? 0.0f : (alpha > 1.0f ? 1.0f : alpha);
+    CanvasSpans().fade(target, source, width * height, factor);
   }
   display.SwapBuffers(handle, 0);
 }

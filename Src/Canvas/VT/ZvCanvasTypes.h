@@ -2,7 +2,7 @@
 #define SRC_CANVAS_VT_ZVCANVASTYPES_H
 // The platform's layers: each binds a canvas layer to a surface ("handle") of the
 // display service. Their buffers hold bytes B, G, R, A, which the display reads as
-// kPixelFormatARGB8888, and they blend through gColorBlendTable.
+// kPixelFormatARGB8888, and they blend as gColorBlendTable gives.
 #include "CDisplaySvc.h"
 #include "Canvas/CanvasLayer.h"
 
