@@ -9,6 +9,14 @@
 namespace {
 // Strings longer than this are checked against the bytes left in the file.
 const unsigned kLongString = 1u << 16;
+
+// One value of its width; a short read gives 0, not the part of it that was there.
+template <class T>
+T ReadValue(FILE* stream) {
+  T value = T();
+  if (fread(&value, sizeof value, 1, stream) != 1) value = T();
+  return value;
+}
 }  // namespace
 
 File::File() : mStream(0), mIsAtomic(false) {}
@@ -47,49 +55,21 @@ void File::close() {
 
 bool File::isOpened() const { return mStream != 0; }
 
-int File::readInt() {
-  int value = 0;
-  fread(&value, sizeof value, 1, mStream);
-  return value;
-}
+int File::readInt() { return ReadValue<int>(mStream); }
 
-unsigned File::readUInt() {
-  unsigned value = 0;
-  fread(&value, sizeof value, 1, mStream);
-  return value;
-}
+unsigned File::readUInt() { return ReadValue<unsigned>(mStream); }
 
-float File::readFloat() {
-  float value = 0.0f;
-  fread(&value, sizeof value, 1, mStream);
-  return value;
-}
+float File::readFloat() { return ReadValue<float>(mStream); }
 
-unsigned short File::readUShort() {
-  unsigned short value = 0;
-  fread(&value, sizeof value, 1, mStream);
-  return value;
-}
+unsigned short File::readUShort() { return ReadValue<unsigned short>(mStream); }
 
-unsigned char File::readUChar() {
-  unsigned char value = 0;
-  fread(&value, sizeof value, 1, mStream);
-  return value;
-}
+unsigned char File::readUChar() { return ReadValue<unsigned char>(mStream); }
 
 // The device leaves the next two uncleared, so a short read gives whatever was on
-// the stack; cleared here, since reading an indeterminate value is undefined.
-short File::readShort() {
-  short value = 0;
-  fread(&value, sizeof value, 1, mStream);
-  return value;
-}
+// the stack; 0 here, since reading an indeterminate value is undefined.
+short File::readShort() { return ReadValue<short>(mStream); }
 
-unsigned char File::readChar() {
-  unsigned char value = 0;
-  fread(&value, sizeof value, 1, mStream);
-  return value;
-}
+unsigned char File::readChar() { return ReadValue<unsigned char>(mStream); }
 
 // Each write is reported to the device, whose power-cut switch counts it.
 unsigned File::writeInt(int value) {
