@@ -87,7 +87,9 @@ bool Simulator::SetUpDevice(std::string* error) {
          solva::SpeakerName().c_str());
   printf("solva-sim: %s at %d frames per second\n",
          mVirtualClock ? "headless, on the virtual clock" : "real time", mOptions.fps);
-  return true;
+  // Last, when every path of the command line has been taken from where the
+  // simulator was started: the title runs from its own folder, as on the device.
+  return solva::EnterTitleFolder(error);
 }
 
 bool Simulator::LoadParams(std::string* error) {
@@ -184,8 +186,7 @@ bool Simulator::RunScript(std::string* error) {
         solva::QueuePowerState(1);
         break;
       case ScriptCommand::Suspend:
-        mApp->Suspend();
-        mSuspended = true;
+        Suspend();
         break;
       case ScriptCommand::Resume:
         if (!mSuspended) return fail("'resume' without 'suspend' before it");
@@ -193,8 +194,7 @@ bool Simulator::RunScript(std::string* error) {
         solva::PumpCapture();
         solva::AdvanceClockMicros(uint64_t(command.seconds * 1e6 + 0.5));
         mClockStartMicros += uint64_t(command.seconds * 1e6 + 0.5);
-        mSuspended = false;
-        mApp->Resume();
+        Resume();
         break;
       case ScriptCommand::FreeBytes:
         solva::SetFreeBytes(command.number);
@@ -239,13 +239,12 @@ void Simulator::RunUntilTheTitleEnds() {
       if (actions.quit) break;
       if (actions.screenshot) TakeScreenshot(ShotPath("solva-" + std::to_string(++mShotCount) + ".png"));
       if (actions.toggleSuspend) {
-        mSuspended = !mSuspended;
-        printf("solva-sim: %s\n", mSuspended ? "suspended (S resumes)" : "resumed");
         if (mSuspended) {
-          mApp->Suspend();
+          Resume();
         } else {
-          mApp->Resume();
+          Suspend();
         }
+        printf("solva-sim: %s\n", mSuspended ? "suspended (S resumes)" : "resumed");
       }
     }
     if (!mSuspended) Frame();
@@ -256,11 +255,21 @@ void Simulator::RunUntilTheTitleEnds() {
   }
 }
 
+// The device pauses a suspended title's sound, and resumes it with the title.
+void Simulator::Suspend() {
+  mApp->Suspend();
+  solva::SetTitleSuspended(true);
+  mSuspended = true;
+}
+
+void Simulator::Resume() {
+  solva::SetTitleSuspended(false);
+  mSuspended = false;
+  mApp->Resume();
+}
+
 void Simulator::End() {
-  if (mSuspended) {
-    mApp->Resume();
-    mSuspended = false;
-  }
+  if (mSuspended) Resume();
   mApp->Exit();
   solva::CloseSpeaker();
   const std::string answer = mParams ? mParams->ToString() : "null";
@@ -272,6 +281,8 @@ void Simulator::End() {
     if (!out) fprintf(stderr, "solva-sim: cannot write the answer to %s\n", mOptions.answerFile.c_str());
   }
   mApp.reset();
+  // The manager's own folder again, now that no title runs.
+  if (chdir(mStartFolder.c_str()) != 0) fprintf(stderr, "solva-sim: cannot return to %s\n", mStartFolder.c_str());
 }
 
 int Simulator::Run(const SimOptions& options) {

@@ -47,6 +47,8 @@ class Simulator {
   // Where a screenshot named `name` goes: under --shots when it is relative.
   std::string ShotPath(const std::string& name) const;
   bool TakeScreenshot(const std::string& path);
+  void Suspend();
+  void Resume();
   void End();
 
   SimOptions mOptions;
