@@ -22,7 +22,9 @@ std::string Stem(const std::string& name) {
 
 inline unsigned Read16(const unsigned char* p) { return unsigned(p[0]) | (unsigned(p[1]) << 8); }
 
-inline long long FixedOf(int value) { return value > 0 ? (int)(value * 4096 + 0.5) : (int)(value * 4096 - 0.5); }
+// In 64 bits: from 2^19 on, value * 4096 overflows an int (a division by zero
+// followed); below that the result is the same.
+inline long long FixedOf(int value) { return (long long)value * 4096; }
 
 // Source index for target index `t` of a nearest-neighbour walk; `inverse` is the
 // 20.12 ratio of source to target.
