@@ -302,6 +302,23 @@ TEST_F(Np2tTest, TileAtHundredOfWidth64InAnImage120WideHasItsRowsCutToTwenty) {
   }
 }
 
+// Found by fuzzing: a tile at x = 2^31 - 1 made x + width wrap round past the cut.
+TEST_F(Np2tTest, TilesAtTheEndsOfIntAreCutAwayWhole) {
+  const int most = 2147483647, least = -2147483647 - 1;
+  Describe(4, 2, {{most, 0}, {least, 0}, {0, most}, {0, least}, {1, 1}});
+  for (int i = 0; i < 5; ++i) {
+    ygtest::WriteSolidTga(dir.file("NP2T_big/big_Tile0" + std::to_string(i) + ".tga"), 16, 16,
+                          {uint8_t(i + 1), 0, 0, 255});
+  }
+  image.LoadImage("big", Folder());
+  ASSERT_EQ(4, image.mWidth);
+  EXPECT_RGBA((RGBA{0, 0, 0, 0}), PixelAt(0, 0));  // none of the first four lands
+  EXPECT_RGBA((RGBA{0, 0, 0, 0}), PixelAt(3, 0));
+  EXPECT_RGBA((RGBA{5, 0, 0, 255}), PixelAt(1, 1));
+  EXPECT_RGBA((RGBA{5, 0, 0, 255}), PixelAt(3, 1));
+  EXPECT_RGBA((RGBA{0, 0, 0, 0}), PixelAt(0, 1));
+}
+
 TEST_F(Np2tTest, MissingTileLeavesItsAreaTransparentBlack) {
   Describe(4, 2, {{0, 0}, {2, 0}});
   ygtest::WriteSolidTga(dir.file("NP2T_big/big_Tile01.tga"), 2, 2, {5, 5, 5, 255});
