@@ -7,17 +7,14 @@
 
 namespace {
 
-using Vantrel::Solva::CAudioSvc;
-
 const size_t kRamp = 110;  // 5 ms at 22,050 Hz
 const float kLevel = 0.8f;
 const float kQuantum = 2.0f / 32768.0f;
 
-class SoundRampTest : public AudioTest {
+class SoundRampTest : public AudioServiceTest {
  protected:
   void SetUp() override {
-    AudioTest::SetUp();
-    ASSERT_EQ(kNoErr, mSvc.SetAudioResourcePath(mTitle.path()));
+    AudioServiceTest::SetUp();
     // A steady level: any step in the output comes from the mixer.
     zvtest::WriteSamples(titleFile("level.wav"), 22050, std::vector<float>(3 * 22050, kLevel));
   }
@@ -29,7 +26,6 @@ class SoundRampTest : public AudioTest {
   }
   // What a ramp of the level may step by, with the file's rounding.
   static float RampStep() { return kLevel / float(kRamp) + 2 * kQuantum; }
-  CAudioSvc mSvc;
 };
 
 TEST_F(SoundRampTest, AStopFadesOutOverTheRampAndIsSilentAfterIt) {

@@ -6,19 +6,15 @@
 
 namespace {
 
-using Vantrel::Solva::CAudioSvc;
-
 const size_t kRamp = 110;
 const float kQuantum = 2.0f / 32768.0f;
 
-class TitleSuspensionTest : public AudioTest {
+class TitleSuspensionTest : public AudioServiceTest {
  protected:
   void SetUp() override {
-    AudioTest::SetUp();
-    ASSERT_EQ(kNoErr, mSvc.SetAudioResourcePath(mTitle.path()));
+    AudioServiceTest::SetUp();
     zvtest::WriteSamples(titleFile("level.wav"), 22050, std::vector<float>(2 * 22050, 0.5f));
   }
-  CAudioSvc mSvc;
 };
 
 TEST_F(TitleSuspensionTest, TheSpeakerIsSilentWhileTheTitleIsSuspended) {
