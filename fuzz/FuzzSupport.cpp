@@ -20,12 +20,6 @@ void WriteFile(const std::string& path, const uint8_t* data, size_t size) {
   fclose(file);
 }
 
-std::string InputFile(const uint8_t* data, size_t size, const std::string& ending) {
-  const std::string path = "/tmp/zvfuzz-" + std::to_string(getpid()) + ending;
-  WriteFile(path, data, size);
-  return path;
-}
-
 namespace {
 // Made at the first use, removed when the fuzzer ends.
 struct Scratch {
@@ -41,6 +35,12 @@ struct Scratch {
 std::string ScratchFolder() {
   static Scratch scratch;
   return scratch.path;
+}
+
+std::string InputFile(const uint8_t* data, size_t size, const std::string& ending) {
+  const std::string path = ScratchFolder() + "input" + ending;
+  WriteFile(path, data, size);
+  return path;
 }
 
 std::string FreshDevice(const std::string& titlePath) {

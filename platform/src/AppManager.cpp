@@ -8,8 +8,8 @@
 
 #include "AudioMixer.h"
 #include "CAppManager.h"
-#include "CSystemData.h"
 #include "CLogFile.h"
+#include "CSystemData.h"
 #include "DeviceReset.h"
 #include "LogFolder.h"
 
