@@ -3,10 +3,10 @@
 
 Each seed is a small, valid example of what the harness reads, laid out as the
 harness expects (see the comment at the top of each fuzz/<harness>_fuzz.cpp).
+The inputs that fuzzing found, in fuzz/corpus/<harness>/found/, are kept.
 Run from anywhere: python3 tools/make-fuzz-seeds.py
 """
 import os
-import shutil
 import struct
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
@@ -119,8 +119,11 @@ def seeds():
 def main():
     for harness, files in seeds().items():
         folder = os.path.join(CORPUS, harness)
-        shutil.rmtree(folder, ignore_errors=True)
-        os.makedirs(folder)
+        os.makedirs(folder, exist_ok=True)
+        # The inputs fuzzing found (found/) stay: each is replayed at every run.
+        for old in os.listdir(folder):
+            if os.path.isfile(os.path.join(folder, old)):
+                os.remove(os.path.join(folder, old))
         for file_name, content in files.items():
             with open(os.path.join(folder, file_name), "wb") as f:
                 f.write(content)
