@@ -25,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     memcpy(&height, header + 22, 4);
     memcpy(&depth, header + 28, 2);
     const int64_t pixels = std::llabs(int64_t(width)) * std::llabs(int64_t(height));
-    if (std::max<int64_t>(depth >> 3, 4) * pixels > (int64_t(1) << 26)) return 0;
+    if (std::max<int64_t>(depth >> 3, 4) * pixels > (int64_t(1) << 22)) return 0;
   }
   static const char* const kEndings[] = {".bmp", ".tga", ".udi"};
   const std::string path = fuzz::InputFile(data + 1, size - 1, kEndings[data[0] % 3]);
