@@ -12,20 +12,27 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size < 1) return 0;
   fuzz::ThrowOnAssertions();
   if (GLTextureManager::instance_ == nullptr) GLTextureManager::sCreate();  // UDI asks for it
-  // A BMP's pixels are allocated at the size its header asks for, (depth / 8) x
-  // width x rows, however little data follows, and converted at 4 bytes a pixel
-  // at most; one larger than the machine has is the loader's "no memory" answer,
-  // not a question of parsing (libFuzzer would stop at the allocation).
-  if (data[0] % 3 == 0) {
+  // BMP and TGA pixels are allocated, cleared and walked at the size the header
+  // asks for, however little data follows: up to the loaders' own limits, that
+  // is seconds a run here (and beyond them the machine's "no memory"), not a
+  // question of parsing. Headers of more than 4 MB of pixels are skipped.
+  if (data[0] % 3 != 2) {
     uint8_t header[30] = {};  // a short file's missing header bytes read as zero
     memcpy(header, data + 1, std::min(size - 1, sizeof header));
-    int32_t width, height;
-    uint16_t depth;
-    memcpy(&width, header + 18, 4);
-    memcpy(&height, header + 22, 4);
-    memcpy(&depth, header + 28, 2);
-    const int64_t pixels = std::llabs(int64_t(width)) * std::llabs(int64_t(height));
-    if (std::max<int64_t>(depth >> 3, 4) * pixels > (int64_t(1) << 22)) return 0;
+    int64_t pixels, bytes;
+    if (data[0] % 3 == 0) {  // BMP: 32-bit width and rows, 16-bit depth
+      int32_t width, height;
+      uint16_t depth;
+      memcpy(&width, header + 18, 4);
+      memcpy(&height, header + 22, 4);
+      memcpy(&depth, header + 28, 2);
+      pixels = std::llabs(int64_t(width)) * std::llabs(int64_t(height));
+      bytes = depth >> 3;
+    } else {  // TGA: 16-bit width and rows, 8-bit depth
+      pixels = int64_t(header[12] | header[13] << 8) * (header[14] | header[15] << 8);
+      bytes = header[16] >> 3;
+    }
+    if (std::max<int64_t>(bytes, 4) * pixels > (int64_t(1) << 22)) return 0;
   }
   static const char* const kEndings[] = {".bmp", ".tga", ".udi"};
   const std::string path = fuzz::InputFile(data + 1, size - 1, kEndings[data[0] % 3]);
