@@ -5,7 +5,7 @@ JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 BUILD_DIR = build/$(PRESET)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build test run bench profile asan test-asan fuzz format clean
+.PHONY: all deps configure build test run bench profile asan test-asan fuzz fuzz-run format clean
 
 all: build
 
@@ -43,6 +43,10 @@ asan test-asan:
 
 fuzz:
 	@$(MAKE) --no-print-directory build PRESET=fuzz
+
+# Every harness for FUZZ_SECONDS (default 60) on its seeds; FUZZ_ONLY="a b" for some.
+fuzz-run: fuzz
+	@scripts/fuzz-run
 
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i

@@ -103,7 +103,9 @@ bool Simulator::SetUpDevice(std::string* error) {
   printf("solva-sim: %s at %d frames per second\n",
          !mVirtualClock ? "real time" : mWindow ? "in a window, on the frame clock" : "headless, on the virtual clock",
          mOptions.fps);
-  return true;
+  // Last, when every path of the command line has been taken from where the
+  // simulator was started: the title runs from its own folder, as on the device.
+  return solva::EnterTitleFolder(error);
 }
 
 bool Simulator::LoadParams(std::string* error) {
@@ -230,8 +232,7 @@ bool Simulator::Apply(const ScriptCommand& command, std::string* error) {
       solva::QueuePowerState(1);
       break;
     case ScriptCommand::Suspend:
-      mApp->Suspend();
-      mSuspended = true;
+      Suspend();
       break;
     case ScriptCommand::Resume: {
       if (!mSuspended) {
@@ -245,8 +246,7 @@ bool Simulator::Apply(const ScriptCommand& command, std::string* error) {
       solva::AdvanceClockMicros(away);
       mClockStartMicros += away;
       if (mMovie) mMovie->SkipSound();
-      mSuspended = false;
-      mApp->Resume();
+      Resume();
       break;
     }
     case ScriptCommand::FreeBytes:
@@ -366,11 +366,21 @@ void Simulator::RunUntilTheTitleEnds() {
   }
 }
 
+// The device pauses a suspended title's sound, and resumes it with the title.
+void Simulator::Suspend() {
+  mApp->Suspend();
+  solva::SetTitleSuspended(true);
+  mSuspended = true;
+}
+
+void Simulator::Resume() {
+  solva::SetTitleSuspended(false);
+  mSuspended = false;
+  mApp->Resume();
+}
+
 void Simulator::End() {
-  if (mSuspended) {
-    mApp->Resume();
-    mSuspended = false;
-  }
+  if (mSuspended) Resume();
   std::string error;
   if (mMovie) {
     const uint32_t frames = mMovie->Frames();
@@ -396,6 +406,8 @@ void Simulator::End() {
     if (!out) fprintf(stderr, "solva-sim: cannot write the answer to %s\n", mOptions.answerFile.c_str());
   }
   mApp.reset();
+  // The manager's own folder again, now that no title runs.
+  if (chdir(mStartFolder.c_str()) != 0) fprintf(stderr, "solva-sim: cannot return to %s\n", mStartFolder.c_str());
 }
 
 int Simulator::Run(const SimOptions& options) {

@@ -61,6 +61,8 @@ class Simulator {
   bool TakeScreenshot(const std::string& path);
   // The comment at the head of a recorded script: how to play it back.
   std::string ReplayHeader() const;
+  void Suspend();
+  void Resume();
   void End();
 
   SimOptions mOptions;

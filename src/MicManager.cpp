@@ -3,6 +3,7 @@
 #include <assert.h>
 
 #include "Base/StringID.h"
+#include "Base/XAssert.h"
 #include "BaseFramework/InputManager.h"
 #include "Canvas/CanvasLayer.h"
 #include "Canvas/CanvasRender.h"
@@ -184,15 +185,12 @@ CanvasLayer* MicManager::CreateCanvasLayer(ECanvasLayerType type, int x, int y, 
   return mCanvasLayers[type];
 }
 
-// Crash reports of the device name these assertions by their lines; the
-// numbering from here on keeps them where the reports expect them.
-#line 283
 // ---------------------------------------------------------------------------
 // The render that pushes the layers to the display: one for the title, made on
 // first use by the factory of the device.
 // ---------------------------------------------------------------------------
 CanvasRender* MicManager::CreateCanvasRender() {
-  assert(mCanvasFactory);
+  ASSERT_AT_LINE(mCanvasFactory, 288);  // the line crash reports name
   if (mCanvasRender == 0) mCanvasRender = mCanvasFactory->CreateRender();
   return mCanvasRender;
 }

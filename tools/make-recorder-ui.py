@@ -261,7 +261,10 @@ def make_pictures():
         write_tga(name, over(base, sky))
 
     cards = (
-        ("pop_card_nomic", POP_CARD_H, [(0, 0, 22, "#E63946", "Oops!"), (0, 0, 17, "#3D405B", "I can't hear a microphone.")]),
+        # The pop-up that stops a recording serves two causes (no microphone, no
+        # room) and has no layout of its own for the device stood up, so it is
+        # seen turned too: it tells both in pictures, and says nothing in words.
+        ("pop_card_nomic", POP_CARD_H, []),
         ("pop_card_full_hori", POP_CARD_H, [(0, 0, 22, "#E63946", "Oops!"),
                                             (0, 0, 17, "#3D405B", "Your memory is full.")]),
         ("pop_card_full_vert", POP_CARD_V, [(0, 0, 22, "#E63946", "Oops!"), (0, 0, 17, "#3D405B", "Your memory"),
@@ -280,26 +283,30 @@ def make_pictures():
         write_tga(name, over(card, text_layer(w, h, placed)))
 
     pw, ph = POP_PICTURE
-    # no microphone: the microphone under a red "no" sign
-    mx = pw / 2.0
+    write_tga("pop_pic_full", render(pw, ph, microphone(pw, ph, pw / 2.0 - 34, 12, 1.2) + " " + full_box(pw / 2.0 - 2)))
+    # cannot record: no microphone (the microphone under a red "no" sign), or no
+    # room (the box heaped with notes), side by side
+    nw, nh = NOMIC_PICTURE
+    mx = nw / 4.0
     write_tga("pop_pic_nomic",
-              render(pw, ph, microphone(pw, ph, mx, 12, 1.2) +
+              render(nw, nh, microphone(nw, nh, mx, 12, 1.2) +
                      " fill none stroke #E63946 stroke-width 7 circle %.1f,%.1f %.1f,%.1f "
-                     "line %.1f,%.1f %.1f,%.1f" % (mx, 50, mx + 44, 50, mx - 31, 50 - 31, mx + 31, 50 + 31)))
-    # gallery full: the microphone beside a box heaped with notes
-    mic = microphone(pw, ph, pw / 2.0 - 34, 12, 1.2)
-    bx = pw / 2.0 - 2
+                     "line %.1f,%.1f %.1f,%.1f" % (mx, 50, mx + 44, 50, mx - 31, 50 - 31, mx + 31, 50 + 31) +
+                     " " + full_box(nw * 0.75 - 30)))
+
+
+def full_box(bx):
+    """MVG of a box heaped with notes and a red mark that says it is full; the box
+    spans bx - 2 to bx + 52, the mark reaches bx + 63."""
     notes = " ".join(
         "fill %s stroke none ellipse %.1f,%.1f 5,4 0,360 fill none stroke %s stroke-width 2 line %.1f,%.1f %.1f,%.1f" %
         (col, x, y, col, x + 4, y, x + 4, y - 15) for col, x, y in (("#3A86FF", bx + 6, 48), ("#A855F7", bx + 22, 40),
                                                                     ("#4CC35A", bx + 38, 50), ("#FF9F1C", bx + 14, 28),
                                                                     ("#E63946", bx + 32, 24)))
-    write_tga("pop_pic_full",
-              render(pw, ph, mic + " " + notes + " fill #FFB703 stroke #D98E04 stroke-width 2.5 "
-                     "roundrectangle %.1f,52 %.1f,92 5,5 fill #E63946 stroke #FFFFFF stroke-width 2 "
-                     "circle %.1f,22 %.1f,22 fill #FFFFFF stroke none roundrectangle %.1f,13 %.1f,24 1,1 "
-                     "circle %.1f,28 %.1f,28" % (bx - 2, bx + 52, bx + 52, bx + 63, bx + 50.5, bx + 53.5, bx + 52,
-                                                 bx + 53.6)))
+    return (notes + " fill #FFB703 stroke #D98E04 stroke-width 2.5 "
+            "roundrectangle %.1f,52 %.1f,92 5,5 fill #E63946 stroke #FFFFFF stroke-width 2 "
+            "circle %.1f,22 %.1f,22 fill #FFFFFF stroke none roundrectangle %.1f,13 %.1f,24 1,1 "
+            "circle %.1f,28 %.1f,28" % (bx - 2, bx + 52, bx + 52, bx + 63, bx + 50.5, bx + 53.5, bx + 52, bx + 53.6))
 
 
 def text_width(text, size):
@@ -347,6 +354,7 @@ CONTROLS_V = {
 POP_CARD_H = (340, 200)
 POP_CARD_V = (232, 300)
 POP_PICTURE = (150, 100)
+NOMIC_PICTURE = (260, 110)
 
 # ---------------------------------------------------------------- layouts
 
@@ -439,16 +447,19 @@ def panel_layout(path, comment, panel, background, controls, bar_slot):
         f.write("\n".join(lines) + "\n")
 
 
-def popup_layout(path, comment, sky, card, card_size, picture, button_name, button_images, vertical):
+def popup_layout(path, comment, sky, card, card_size, picture, button_name, button_images, vertical,
+                 picture_size=POP_PICTURE, picture_top=None):
     sw, sh = (272, 480) if vertical else (480, 272)
     cw, ch = card_size
     cx, cy = (sw - cw) // 2, (sh - ch) // 2
-    pw, ph = POP_PICTURE
+    pw, ph = picture_size
     px, py = (sw - pw) // 2, cy + 108
     b = POP_BUTTON
     bx, by = (cx + cw - b - 14, cy + ch - b - 14) if not vertical else ((sw - b) // 2, cy + ch - b - 16)
     if not vertical:
         py = cy + ch - ph - 14
+    if picture_top is not None:
+        py = cy + picture_top
     lines = ['<?xml version="1.0" encoding="utf-8"?>', "<!-- %s -->" % comment, '<Page x="0" y="0">']
     lines += element("Image", "sky", 0, 0, 0, sw, sh, sky + ".tga")
     lines += element("Image", "card", 1, cx, cy, cw, ch, card + ".tga", [("in", pop_keys(cw, ch, POP_IN))])
@@ -474,8 +485,9 @@ def make_layouts():
                  "mic_time_flat_vert", CONTROLS_V, BAR_SLOT_V)
     ok = ("pop_btn_ok.tga", "pop_btn_ok_focus.tga", "pop_btn_ok_disable.tga")
     back = ("pop_btn_back.tga", "pop_btn_back_focus.tga", "pop_btn_back_disable.tga")
-    popup_layout(os.path.join(PAGES, "menu_paint_save.xml"), "No microphone: the pop-up that ends the recorder.",
-                 "pop_sky_hori", "pop_card_nomic", POP_CARD_H, "pop_pic_nomic", "ok", ok, False)
+    popup_layout(os.path.join(PAGES, "menu_paint_save.xml"),
+                 "Recording cannot start (no microphone, or no room): the pop-up that ends the recorder.",
+                 "pop_sky_hori", "pop_card_nomic", POP_CARD_H, "pop_pic_nomic", "ok", ok, False, NOMIC_PICTURE, 34)
     popup_layout(os.path.join(PAGES, "menu_pop_up_gall_full_hori.xml"), "The gallery is full, device held flat.",
                  "pop_sky_hori", "pop_card_full_hori", POP_CARD_H, "pop_pic_full", "back", back, False)
     popup_layout(os.path.join(PAGES, "menu_pop_up_gall_full_vert.xml"), "The gallery is full, device stood up.",

@@ -9,6 +9,14 @@
 namespace {
 // Strings longer than this are checked against the bytes left in the file.
 const unsigned kLongString = 1u << 16;
+
+// One value of its width; a short read gives 0, not the part of it that was there.
+template <class T>
+T ReadValue(FILE* stream) {
+  T value = T();
+  if (fread(&value, sizeof value, 1, stream) != 1) value = T();
+  return value;
+}
 }  // namespace
 
 File::File() : mStream(0), mIsAtomic(false) {}
@@ -47,46 +55,21 @@ void File::close() {
 
 bool File::isOpened() const { return mStream != 0; }
 
-// These five give 0 on a short read: fread leaves the bytes it found of a
-// partial value in it, and the value is not those bytes.
-int File::readInt() {
-  int value = 0;
-  return fread(&value, sizeof value, 1, mStream) == 1 ? value : 0;
-}
+int File::readInt() { return ReadValue<int>(mStream); }
 
-unsigned File::readUInt() {
-  unsigned value = 0;
-  return fread(&value, sizeof value, 1, mStream) == 1 ? value : 0;
-}
+unsigned File::readUInt() { return ReadValue<unsigned>(mStream); }
 
-float File::readFloat() {
-  float value = 0.0f;
-  return fread(&value, sizeof value, 1, mStream) == 1 ? value : 0.0f;
-}
+float File::readFloat() { return ReadValue<float>(mStream); }
 
-unsigned short File::readUShort() {
-  unsigned short value = 0;
-  return fread(&value, sizeof value, 1, mStream) == 1 ? value : 0;
-}
+unsigned short File::readUShort() { return ReadValue<unsigned short>(mStream); }
 
-unsigned char File::readUChar() {
-  unsigned char value = 0;
-  return fread(&value, sizeof value, 1, mStream) == 1 ? value : 0;
-}
+unsigned char File::readUChar() { return ReadValue<unsigned char>(mStream); }
 
 // The device leaves the next two uncleared, so a short read gives whatever was on
-// the stack; cleared here, since reading an indeterminate value is undefined.
-short File::readShort() {
-  short value = 0;
-  fread(&value, sizeof value, 1, mStream);
-  return value;
-}
+// the stack; 0 here, since reading an indeterminate value is undefined.
+short File::readShort() { return ReadValue<short>(mStream); }
 
-unsigned char File::readChar() {
-  unsigned char value = 0;
-  fread(&value, sizeof value, 1, mStream);
-  return value;
-}
+unsigned char File::readChar() { return ReadValue<unsigned char>(mStream); }
 
 // Each write is reported to the device, whose power-cut switch counts it.
 unsigned File::writeInt(int value) {

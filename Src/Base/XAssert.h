@@ -18,4 +18,11 @@ void XAssertFailed(const char* expression, const char* reason);
 #define XASSERT(expr) ((expr) ? (void)0 : XAssertFailed(#expr, 0))
 #define XASSERT_MSG(expr, reason) ((expr) ? (void)0 : XAssertFailed(#expr, #reason))
 
+// The standard assertion (include <assert.h> to use it), reporting `line`
+// instead of its own: for the few assertions whose line numbers the device's
+// crash reports name, so that they stay where the reports expect them wherever
+// the code around them moves.
+#define ASSERT_AT_LINE(expr, line) \
+  ((expr) ? (void)0 : __assert_fail(#expr, __FILE__, line, __extension__ __PRETTY_FUNCTION__))
+
 #endif

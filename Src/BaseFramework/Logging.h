@@ -7,12 +7,12 @@
 // The enumerations carry the numbers titles report; only the values the
 // framework itself gives have names, and a title may pass any other number.
 
-enum TitleExitReason {
+enum TitleExitReason : int {
   // The title was started again while it was still open.
   eTitleExit_Restarted = 3,
 };
 
-enum ActivityExitReason {
+enum ActivityExitReason : int {
   // The activity was closed because a level around it closed.
   eActivityExit_Closed = 5,
 };

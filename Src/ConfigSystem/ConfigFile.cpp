@@ -168,15 +168,14 @@ bool ConfigFile::loadFromBinaryFile(const char* path) {
 
   const unsigned size = file.getFileSize();
   ConfigTreeNode* node = new ConfigTreeNode();
-  if (!readBinaryNode(file, size, node)) {
-    delete node;
-    return true;
-  }
+  // The first node is the root whether or not it read well: an empty file gives a
+  // root without a name.
+  const bool firstRead = readBinaryNode(file, size, node);
   // The tree of an earlier load is lost to the new one; freed, not leaked.
   release();
   mRoot = node;
   ConfigTreeNode* last = node;
-  for (;;) {
+  while (firstRead) {
     node = new ConfigTreeNode();
     if (!readBinaryNode(file, size, node)) {
       delete node;

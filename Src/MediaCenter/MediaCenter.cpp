@@ -211,8 +211,10 @@ void MediaCenter::InitResInfo(EResType type, const std::string& folder) {
 
 void MediaCenter::LoadResInfo(EResType resType) {
   LoadResInfoFromBin(resType);
+  RaiseMaxResIdsFrom(IndexDirectory(resType) + "resid.bin");
+}
 
-  const std::string path = IndexDirectory(resType) + "resid.bin";
+void MediaCenter::RaiseMaxResIdsFrom(const std::string& path) {
   FILE* stream = fopen(path.c_str(), "rb");
   if (stream == 0) return;
   std::vector<unsigned char> data;
@@ -341,11 +343,15 @@ void MediaCenter::LoadResInfoFromBin(EResType resType) {
 void MediaCenter::SaveResInfo(EResType resType) {
   SaveResInfoToBin(resType);
 
+  const std::string path = IndexDirectory(resType) + "resid.bin";
+  // Departure: a save that comes before resid.bin was read (a corrupted record
+  // dropped while loading the index) would lower the numbers it holds, and numbers
+  // of deleted resources would be given again; what the file holds is kept.
+  RaiseMaxResIdsFrom(path);
   unsigned char buffer[512];
   memset(buffer, 0, sizeof buffer);
   memcpy(buffer, &kResIdMagic, 4);
   memcpy(buffer + 4, mMaxResId, 4 * eRT_Num);
-  const std::string path = IndexDirectory(resType) + "resid.bin";
   FILE* stream = fopenAtomic(path.c_str(), "wb");
   if (stream == 0) return;
   fwrite(buffer, kResIdFileSize, 1, stream);

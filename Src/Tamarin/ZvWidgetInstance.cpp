@@ -7,6 +7,7 @@
 #include <string.h>
 #include <unistd.h>
 
+#include "Base/XAssert.h"
 #include "BaseFramework/GameManager.h"
 #include "CAccelerometerSvc.h"
 #include "CAppManager.h"
@@ -215,9 +216,6 @@ void ZvWidgetInstance::CloseSolvaOpenGL() {
   puts("[CloseSolvaOpenGL]");
 }
 
-// Crash reports of the device name the OpenGL set-up's assertion by the line
-// below; the numbering from here on keeps that line where they expect it.
-#line 530
 // ---------------------------------------------------------------------------
 // OpenGL set-up: a 480 x 272 orthographic projection in 16.16 fixed point,
 // blending on, depth test off, the screen cleared to transparent black.
@@ -226,7 +224,7 @@ namespace {
 const GLfixed kFixedOne = 1 << 16;
 }
 void ZvWidgetInstance::InitSolvaOpenGL() {
-  assert(mOpenGLConfig != 0);
+  ASSERT_AT_LINE(mOpenGLConfig != 0, 538);  // the line crash reports name
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
   glOrthox(0, 480 * kFixedOne, 272 * kFixedOne, 0, -kFixedOne, kFixedOne);

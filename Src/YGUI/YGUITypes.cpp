@@ -22,7 +22,9 @@ std::string Stem(const std::string& name) {
 
 inline unsigned Read16(const unsigned char* p) { return unsigned(p[0]) | (unsigned(p[1]) << 8); }
 
-inline long long FixedOf(int value) { return value > 0 ? (int)(value * 4096 + 0.5) : (int)(value * 4096 - 0.5); }
+// In 64 bits: from 2^19 on, value * 4096 overflows an int (a division by zero
+// followed); below that the result is the same.
+inline long long FixedOf(int value) { return (long long)value * 4096; }
 
 // Source index for target index `t` of a nearest-neighbour walk; `inverse` is the
 // 20.12 ratio of source to target.
@@ -290,18 +292,19 @@ bool YGUIRawImage::IntegrateNp2Texture(const std::string& name, const std::strin
     YGUIRawImage tile;
     tile.LoadImage(tileName, folder);
     if (tile.mData) {
-      // Cut to the whole image's edges, on every side.
+      // Cut to the whole image's edges, on every side; in 64 bits, so that a
+      // place near the ends of int does not wrap round past the cut.
       for (int row = 0; row < tile.mHeight; ++row) {
-        const int ty = y + row;
+        const long long ty = (long long)y + row;
         if (ty < 0) continue;
         if (ty >= height) break;
-        int from = 0;
-        int to = tile.mWidth;
-        if (x < 0) from = -x;
-        if (x + to > width) to = width - x;
+        long long from = 0;
+        long long to = tile.mWidth;
+        if (x < 0) from = -(long long)x;
+        if (x + to > width) to = width - (long long)x;
         if (to <= from) continue;
-        memcpy(mData + (size_t(ty) * width + x + from) * 4, tile.mData + (size_t(row) * tile.mWidth + from) * 4,
-               size_t(to - from) * 4);
+        memcpy(mData + (size_t(ty) * width + size_t(x + from)) * 4,
+               tile.mData + (size_t(row) * tile.mWidth + size_t(from)) * 4, size_t(to - from) * 4);
       }
     }
     tile.Release();

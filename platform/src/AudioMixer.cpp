@@ -29,11 +29,14 @@ const SpeakerBackend* const kSpeakerBackends[] = {
 
 const size_t kMaxEvents = 65536;
 const uint64_t kChunkFrames = 4096;
+// Stops, pauses and seeks fade over this long, as a sound device does, so that
+// the output never steps from a sound to silence or to another place in it.
+const uint64_t kRampMs = 5;
 
 struct Voice {
   tAudioID id = kNoAudioID;
   std::string path;
-  std::shared_ptr<const DecodedSound> sound;
+  std::shared_ptr<const DecodedSound> sound;  // at the mixing rate
   uint64_t length = 0;  // frames of one pass at the mixing rate
   uint64_t pos = 0;     // frames into the current pass
   uint32_t playsLeft = 1;
@@ -41,6 +44,9 @@ struct Voice {
   float gain = 0;
   bool paused = false;
   bool ended = false;
+  bool sounded = false;  // it has played since it started
+  uint64_t rampIn = 0;   // frames of a fade-in still to come
+  uint64_t rampOut = 0;  // a fading tail: frames still to come
 };
 
 float GainOf(int volume) { return float(std::min(volume, 100)) / 100.0f; }
@@ -58,6 +64,8 @@ class Mixer {
 
   void Reset() {
     mVoices.clear();
+    mTails.clear();
+    mDeviceSuspended = false;
     mEvents.clear();
     mSpeaker.reset();
     mSpeakerName = "none";
@@ -119,7 +127,7 @@ class Mixer {
     event.payload = payload;
     event.flags = flags;
     std::string error;
-    std::shared_ptr<const DecodedSound> sound = DecodeSoundFile(path, &error);
+    std::shared_ptr<const DecodedSound> sound = DecodeSoundFile(path, mRate, &error);
     if (!sound) {
       fprintf(stderr, "solva: audio: cannot play %s: %s\n", path.c_str(), error.c_str());
       event.kind = AudioEventKind::StartFailed;
@@ -131,8 +139,7 @@ class Mixer {
     voice.id = mNextId++;
     voice.path = path;
     voice.sound = sound;
-    const uint64_t frames = sound->samples.size();
-    voice.length = (frames * uint64_t(mRate) + uint64_t(sound->rate) - 1) / uint64_t(sound->rate);
+    voice.length = sound->samples.size();
     voice.playsLeft = (flags == kAudioRepeat && payload > 1) ? payload : 1;
     voice.volume = volume;
     voice.gain = GainOf(volume);
@@ -154,6 +161,7 @@ class Mixer {
     event.existed = it != mVoices.end();
     if (event.existed) {
       event.path = it->path;
+      FadeOut(*it);
       mVoices.erase(it);
     }
     Log(event);
@@ -165,6 +173,7 @@ class Mixer {
       AudioEvent event = NewEvent(AudioEventKind::Stop, voice.id);
       event.path = voice.path;
       Log(event);
+      FadeOut(voice);
     }
     mVoices.clear();
   }
@@ -175,7 +184,7 @@ class Mixer {
     event.existed = it != mVoices.end();
     if (event.existed) {
       event.path = it->path;
-      it->paused = paused;
+      ChangePaused(*it, paused);
     }
     Log(event);
     return event.existed ? kNoErr : kNotFoundErr;
@@ -184,7 +193,7 @@ class Mixer {
   void SetAllPaused(bool paused) {
     for (Voice& voice : mVoices) {
       if (voice.paused == paused) continue;
-      voice.paused = paused;
+      ChangePaused(voice, paused);
       AudioEvent event = NewEvent(paused ? AudioEventKind::Pause : AudioEventKind::Resume, voice.id);
       event.path = voice.path;
       Log(event);
@@ -231,8 +240,10 @@ class Mixer {
     }
     event.path = it->path;
     Log(event);
+    FadeOut(*it);
     // Rounded up, so that GetAudioTime answers the time asked for.
     it->pos = std::min(it->length, (uint64_t(timeMs) * uint64_t(mRate) + 999u) / 1000u);
+    FadeIn(*it);
     Settle(*it);
     if (it->ended) {
       LogEnd(*it, mLastFrame);
@@ -245,6 +256,7 @@ class Mixer {
     if (rate < 8000 || rate > 96000) return false;
     PumpLocked();
     StopAll();
+    mTails.clear();
     mSpeaker.reset();
     mSpeakerName = "none";
     mRate = rate;
@@ -283,6 +295,21 @@ class Mixer {
     PumpLocked();
     mSpeaker.reset();
     mSpeakerName = "none";
+  }
+
+  // The application manager's suspension of the title: its sounds fade out and
+  // stand still, whatever the title had paused, until it is resumed.
+  void SetDeviceSuspended(bool suspended) {
+    if (suspended == mDeviceSuspended) return;
+    for (Voice& voice : mVoices) {
+      if (voice.paused) continue;
+      if (suspended) {
+        FadeOut(voice);
+      } else {
+        FadeIn(voice);
+      }
+    }
+    mDeviceSuspended = suspended;
   }
 
   std::string SpeakerName() const { return mSpeakerName; }
@@ -352,34 +379,49 @@ class Mixer {
     }
   }
 
-  // Adds `count` frames of `voice` from its position into `out`.
+  uint64_t RampFrames() const { return uint64_t(mRate) * kRampMs / 1000u; }
+
+  // A copy of `voice` that plays on from where it is while it fades to silence;
+  // it starts at the level the voice has, mid-fade-in included. Only what was
+  // heard needs one.
+  void FadeOut(const Voice& voice) {
+    if (!voice.sounded || voice.paused || mDeviceSuspended || voice.ended) return;
+    Voice tail = voice;
+    tail.rampOut = RampFrames() - std::min(RampFrames(), voice.rampIn);
+    tail.rampIn = 0;
+    if (tail.rampOut > 0) mTails.push_back(tail);
+  }
+
+  // A voice that was heard and now sounds again from silence comes in over a ramp.
+  void FadeIn(Voice& voice) {
+    if (voice.sounded) voice.rampIn = RampFrames();
+  }
+
+  void ChangePaused(Voice& voice, bool paused) {
+    if (paused) {
+      FadeOut(voice);
+    } else if (!mDeviceSuspended) {
+      FadeIn(voice);
+    }
+    voice.paused = paused;
+  }
+
+  // Adds `count` frames of `voice` from its position into `out`, with its ramps.
   void Render(const Voice& voice, float* out, uint64_t count) const {
-    const std::vector<float>& s = voice.sound->samples;
+    const float* src = voice.sound->samples.data() + voice.pos;
     const float gain = voice.gain;
-    const uint64_t srcRate = uint64_t(voice.sound->rate);
-    const uint64_t rate = uint64_t(mRate);
-    if (srcRate == rate) {
-      const float* src = s.data() + voice.pos;
-      for (uint64_t i = 0; i < count; ++i) out[i] += src[i] * gain;
-      return;
+    uint64_t i = 0;
+    const float ramp = float(RampFrames());
+    for (uint64_t left = voice.rampIn; i < count && left > 0; ++i, --left) {
+      out[i] += src[i] * gain * (float(RampFrames() - left) / ramp);
     }
-    // Frame j of the pass lies at j * srcRate / rate in the file; between two
-    // of its frames, a straight line.
-    const uint64_t start = voice.pos * srcRate;
-    uint64_t index = start / rate;
-    uint64_t rem = start % rate;
-    const float scale = 1.0f / float(rate);
-    const uint64_t last = s.size() - 1;
-    for (uint64_t i = 0; i < count; ++i) {
-      const float a = s[index];
-      const float b = index < last ? s[index + 1] : a;
-      out[i] += (a + (b - a) * (float(rem) * scale)) * gain;
-      rem += srcRate;
-      while (rem >= rate) {
-        rem -= rate;
-        ++index;
+    if (voice.rampOut > 0) {
+      for (uint64_t left = voice.rampOut; i < count && left > 0; ++i, --left) {
+        out[i] += src[i] * gain * (float(left) / ramp);
       }
+      return;  // a tail is silent after its ramp
     }
+    for (; i < count; ++i) out[i] += src[i] * gain;
   }
 
   // Moves `voice` on by up to `count` frames, adding them into `out` when it is
@@ -390,15 +432,31 @@ class Mixer {
       const uint64_t take = std::min(count - done, voice.length - voice.pos);
       if (out != nullptr) Render(voice, out + done, take);
       voice.pos += take;
+      voice.rampIn -= std::min(voice.rampIn, take);
+      if (voice.rampOut > 0) voice.rampOut -= std::min(voice.rampOut, take);
+      voice.sounded = voice.sounded || take > 0;
       done += take;
       Settle(voice);
     }
     return done;
   }
 
+  // The fading tails: they play their last frames and go, unseen by the programs.
+  void AdvanceTails(float* out, uint64_t count) {
+    for (auto it = mTails.begin(); it != mTails.end();) {
+      Advance(*it, out, std::min(count, it->rampOut));
+      if (it->rampOut == 0 || it->ended) {
+        it = mTails.erase(it);
+      } else {
+        ++it;
+      }
+    }
+  }
+
   void AdvanceAll(float* out, uint64_t count) {
+    AdvanceTails(out, count);
     for (auto it = mVoices.begin(); it != mVoices.end();) {
-      if (it->paused) {
+      if (it->paused || mDeviceSuspended) {
         ++it;
         continue;
       }
@@ -418,6 +476,8 @@ class Mixer {
   std::string mSpeakerName = "none";
   uint64_t mLastFrame = 0;  // mixing frames of device time done so far
   std::vector<Voice> mVoices;
+  std::vector<Voice> mTails;  // stopped, paused or moved sounds fading out
+  bool mDeviceSuspended = false;
   std::deque<AudioEvent> mEvents;
   tAudioID mNextId = 1;
   std::vector<float> mMix;
@@ -463,6 +523,7 @@ bool MixerIsPlaying(tAudioID id) { return Pumped()->IsPlaying(id); }
 tErrType MixerSetVolume(tAudioID id, U8 volume) { return Pumped()->SetVolume(id, volume); }
 U32 MixerTime(tAudioID id) { return Pumped()->Time(id); }
 tErrType MixerSeek(tAudioID id, U32 timeMs) { return Pumped()->Seek(id, timeMs); }
+void MixerSuspendDevice(bool suspended) { Pumped()->SetDeviceSuspended(suspended); }
 
 }  // namespace detail
 

@@ -20,6 +20,8 @@ bool MixerIsPlaying(tAudioID id);
 tErrType MixerSetVolume(tAudioID id, U8 volume);
 U32 MixerTime(tAudioID id);
 tErrType MixerSeek(tAudioID id, U32 timeMs);
+// The application manager suspends the title's sound output, or resumes it.
+void MixerSuspendDevice(bool suspended);
 
 }  // namespace detail
 }  // namespace solva

@@ -11,6 +11,7 @@
 
 #include "CCameraSvc.h"
 #include "DeviceReset.h"
+#include "Resample.h"
 #include "backends/MicBackend.h"
 #include "solva/Capture.h"
 #include "solva/Clock.h"
@@ -68,7 +69,7 @@ void ResetCapture() {
 ResetHook gCaptureReset(&ResetCapture);
 
 // Reads a sound file whole and brings it to 16 kHz mono by averaging the channels
-// and interpolating linearly between samples.
+// and converting the rate.
 bool LoadSourceFile(const std::string& path, std::vector<int16_t>* out, std::string* error) {
   SF_INFO info{};
   SNDFILE* file = sf_open(path.c_str(), SFM_READ, &info);
@@ -89,15 +90,11 @@ bool LoadSourceFile(const std::string& path, std::vector<int16_t>* out, std::str
     for (int c = 0; c < info.channels; ++c) sum += frames[size_t(i) * info.channels + c];
     mono[size_t(i)] = sum / float(info.channels);
   }
-  const size_t count = size_t(double(got) * kRate / info.samplerate);
+  const size_t count = size_t(uint64_t(got) * kRate / uint64_t(info.samplerate));
+  const std::vector<float> converted = Resample(mono, info.samplerate, kRate, count);
   out->assign(count, 0);
   for (size_t i = 0; i < count; ++i) {
-    const double at = double(i) * info.samplerate / kRate;
-    const size_t left = size_t(at);
-    const double t = at - double(left);
-    const float a = mono[left];
-    const float b = left + 1 < mono.size() ? mono[left + 1] : a;
-    const double value = (a + (b - a) * t) * 32767.0;
+    const double value = double(converted[i]) * 32767.0;
     (*out)[i] = int16_t(std::lround(std::max(-32768.0, std::min(32767.0, value))));
   }
   return !out->empty();

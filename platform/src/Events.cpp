@@ -1,5 +1,6 @@
 // The device's event sources and the services that deliver them.
 #include <algorithm>
+#include <cstdio>
 #include <deque>
 #include <mutex>
 #include <vector>
@@ -40,6 +41,7 @@ struct EventState {
   uint32_t accelerometerRate = 0;
   uint32_t accelerometerMode = 0;
   int failRegistration = 0;
+  int unknownUnregistrations = 0;
 };
 
 // Events are queued by the host (and its window's thread) and delivered on the
@@ -94,7 +96,12 @@ tErrType UnregisterListener(ListenerList which, const IEventListener* listener) 
   std::lock_guard<std::recursive_mutex> lock(gLock);
   std::vector<const IEventListener*>& list = List(which);
   auto found = std::find(list.begin(), list.end(), listener);
-  if (found == list.end()) return kNotFoundErr;
+  if (found == list.end()) {
+    // A program that lets go of what it never held, or twice: worth a line.
+    fprintf(stderr, "solva: events: a listener that is not registered with this service was unregistered\n");
+    ++State().unknownUnregistrations;
+    return kNotFoundErr;
+  }
   list.erase(found);
   return kNoErr;
 }
@@ -259,6 +266,21 @@ int RegisteredEventListeners() {
 int RegisteredButtonListeners() {
   std::lock_guard<std::recursive_mutex> lock(detail::gLock);
   return int(detail::State().buttonListeners.size());
+}
+
+bool ListenerRegistered(const IEventListener* listener) {
+  std::lock_guard<std::recursive_mutex> lock(detail::gLock);
+  for (detail::ListenerList which : {detail::ListenerList::Events, detail::ListenerList::Buttons,
+                                     detail::ListenerList::Usb}) {
+    const std::vector<const IEventListener*>& list = detail::List(which);
+    if (std::find(list.begin(), list.end(), listener) != list.end()) return true;
+  }
+  return false;
+}
+
+int UnknownUnregistrations() {
+  std::lock_guard<std::recursive_mutex> lock(detail::gLock);
+  return detail::State().unknownUnregistrations;
 }
 
 }  // namespace solva

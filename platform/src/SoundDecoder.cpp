@@ -7,6 +7,7 @@
 #include <mutex>
 
 #include "DeviceReset.h"
+#include "Resample.h"
 
 namespace solva {
 namespace detail {
@@ -16,10 +17,12 @@ struct CacheKey {
   std::string path;
   int64_t size;
   int64_t mtimeNanos;
+  int rate;
   bool operator<(const CacheKey& other) const {
     if (path != other.path) return path < other.path;
     if (size != other.size) return size < other.size;
-    return mtimeNanos < other.mtimeNanos;
+    if (mtimeNanos != other.mtimeNanos) return mtimeNanos < other.mtimeNanos;
+    return rate < other.rate;
   }
 };
 
@@ -37,7 +40,7 @@ void ResetCache() {
 }
 ResetHook gCacheReset(&ResetCache);
 
-std::shared_ptr<const DecodedSound> Decode(const std::string& path, std::string* error) {
+std::shared_ptr<const DecodedSound> Decode(const std::string& path, int rate, std::string* error) {
   SF_INFO info = {};
   SNDFILE* file = sf_open(path.c_str(), SFM_READ, &info);
   if (file == nullptr) {
@@ -64,24 +67,31 @@ std::shared_ptr<const DecodedSound> Decode(const std::string& path, std::string*
     }
   }
   sf_close(file);
+  if (sound->rate != rate) {
+    const uint64_t frames = sound->samples.size();
+    const uint64_t converted = (frames * uint64_t(rate) + uint64_t(sound->rate) - 1) / uint64_t(sound->rate);
+    sound->samples = Resample(sound->samples, sound->rate, rate, size_t(converted));
+    sound->rate = rate;
+  }
   return sound;
 }
 
 }  // namespace
 
-std::shared_ptr<const DecodedSound> DecodeSoundFile(const std::string& path, std::string* error) {
+std::shared_ptr<const DecodedSound> DecodeSoundFile(const std::string& path, int rate, std::string* error) {
   struct stat st;
   if (stat(path.c_str(), &st) != 0) {
     if (error) *error = "no such file";
     return nullptr;
   }
-  const CacheKey key = {path, int64_t(st.st_size), int64_t(st.st_mtim.tv_sec) * 1000000000 + st.st_mtim.tv_nsec};
+  const CacheKey key = {path, int64_t(st.st_size), int64_t(st.st_mtim.tv_sec) * 1000000000 + st.st_mtim.tv_nsec,
+                        rate};
   {
     std::lock_guard<std::mutex> lock(gCacheLock);
     auto found = Cache().find(key);
     if (found != Cache().end()) return found->second;
   }
-  std::shared_ptr<const DecodedSound> sound = Decode(path, error);
+  std::shared_ptr<const DecodedSound> sound = Decode(path, rate, error);
   if (sound) {
     std::lock_guard<std::mutex> lock(gCacheLock);
     if (Cache().size() >= kCacheEntries) Cache().clear();

@@ -13,10 +13,11 @@ struct DecodedSound {
   int rate = 0;                // frames per second of the file
 };
 
-// The sound of `path`, or null with a message in `error`. Recently read files
-// are kept, so a sound effect played again is not read again unless its file
-// changed.
-std::shared_ptr<const DecodedSound> DecodeSoundFile(const std::string& path, std::string* error);
+// The sound of `path` at `rate` frames per second, or null with a message in
+// `error`. A file of another rate is converted, to ceil(frames * rate / its rate)
+// frames. Recently read files are kept, so a sound effect played again is not
+// read again unless its file changed.
+std::shared_ptr<const DecodedSound> DecodeSoundFile(const std::string& path, int rate, std::string* error);
 
 }  // namespace detail
 }  // namespace solva

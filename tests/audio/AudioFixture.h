@@ -50,3 +50,13 @@ class AudioTest : public testing::Test {
 
   zvtest::TempDir mTitle;
 };
+
+// The same, with an audio service whose relative paths start at the title's folder.
+class AudioServiceTest : public AudioTest {
+ protected:
+  void SetUp() override {
+    AudioTest::SetUp();
+    ASSERT_EQ(kNoErr, mSvc.SetAudioResourcePath(mTitle.path()));
+  }
+  Vantrel::Solva::CAudioSvc mSvc;
+};

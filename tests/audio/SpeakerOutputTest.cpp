@@ -95,24 +95,20 @@ TEST_F(SpeakerOutputTest, OggVorbisIsDecoded) {
   EXPECT_NEAR(400, RisingCrossings(out.samples, frameAt(100), frameAt(900)), 1);
 }
 
-TEST_F(SpeakerOutputTest, SlowerFileIsInterpolatedInTime) {
-  // A ramp at 16 kHz: each output frame must lie on the ramp at its own time.
+TEST_F(SpeakerOutputTest, SlowerFileIsConvertedInTime) {
+  // A ramp at 16 kHz: each output frame must lie on the ramp at its own time, but
+  // near the file's two ends, where the converter's filter rings.
   const int rate = 16000;
   zvtest::WriteRamp(titleFile("res/ramp16.wav"), rate, 2.0, 0.8);
-  const zvtest::Sound source = zvtest::ReadSound(titleFile("res/ramp16.wav"));
   const tAudioID id = mSvc.StartAudio("res/ramp16.wav", 100, 0, 0);
   solva::AdvanceClock(1999);
   EXPECT_TRUE(mSvc.IsAudioPlaying(id));
   solva::AdvanceClock(1);
   EXPECT_FALSE(mSvc.IsAudioPlaying(id));
   const zvtest::Sound out = heard();
-  const double step = double(rate) / solva::kDefaultMixRate;
-  for (size_t j = 0; j + 1 < frameAt(2000); ++j) {
-    const double x = j * step;
-    const size_t i = size_t(x);
-    const double b = i + 1 < source.samples.size() ? source.samples[i + 1] : source.samples[i];
-    const double expected = source.samples[i] + (b - source.samples[i]) * (x - double(i));
-    ASSERT_NEAR(expected, out.samples[j], kQuantum) << j;
+  for (size_t j = frameAt(20); j < frameAt(1980); ++j) {
+    const double expected = 0.8 * (double(j) / solva::kDefaultMixRate) / 2.0;
+    ASSERT_NEAR(expected, out.samples[j], 0.001) << j;
   }
 }
 
@@ -187,10 +183,11 @@ TEST_F(SpeakerOutputTest, PausedSoundNeitherAdvancesNorEnds) {
   solva::AdvanceClock(1000);
   EXPECT_FALSE(mSvc.IsAudioPlaying(id));
   const zvtest::Sound out = heard();
-  const size_t paused = frameAt(400), resumed = frameAt(3400);
+  // The pause and the resume fade over 5 ms (110 frames); the rest is the file.
+  const size_t paused = frameAt(400), resumed = frameAt(3400), ramp = 110;
   for (size_t i = 0; i < paused; ++i) ASSERT_NEAR(source.samples[i], out.samples[i], kQuantum) << i;
-  EXPECT_EQ(0.0, zvtest::Rms(out.samples, paused, resumed - paused));
-  for (size_t i = paused; i < source.samples.size(); ++i) {
+  EXPECT_EQ(0.0, zvtest::Rms(out.samples, paused + ramp, resumed - paused - ramp));
+  for (size_t i = paused + ramp; i < source.samples.size(); ++i) {
     ASSERT_NEAR(source.samples[i], out.samples[resumed + i - paused], kQuantum) << i;
   }
 }

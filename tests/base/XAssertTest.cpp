@@ -1,5 +1,7 @@
+#include <assert.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <stdexcept>
 #include <string>
 
@@ -49,6 +51,32 @@ TEST(XAssert, InstalledHandlerTurnsTheFailureIntoAnException) {
   }
   EXPECT_EQ("Assertion failed: 2 < 1\n", testing::internal::GetCapturedStdout());
   EXPECT_EQ(Throw, XAssertSetHandler(before));
+}
+
+void FailAtAGivenLine(int* pointer) { ASSERT_AT_LINE(pointer, 4321); }
+
+TEST(AssertAtLineDeathTest, ReportsTheGivenLineWithTheFileAndTheFunction) {
+  EXPECT_DEATH(FailAtAGivenLine(nullptr), zvtest::Literal(zvtest::AssertText(
+                                              "tests/base/XAssertTest.cpp", 4321,
+                                              "void {anonymous}::FailAtAGivenLine(int*)", "pointer")));
+}
+
+TEST(AssertAtLine, ATrueExpressionDoesNothing) {
+  int value = 1;
+  ASSERT_AT_LINE(&value != nullptr, 1);
+  EXPECT_EQ(1, value);
+}
+
+// The compiler's messages and the debugger see every line where it is: no source
+// renumbers its lines to place an assertion's reported line.
+TEST(AssertAtLine, NoSourceRenumbersItsLines) {
+  for (const char* tree : {"Src", "src"}) {
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(std::string(ZV_SOURCE_DIR) + "/" + tree)) {
+      if (!entry.is_regular_file()) continue;
+      const std::string text = zvtest::ReadText(entry.path().string());
+      EXPECT_EQ(std::string::npos, text.find("\n#line ")) << entry.path();
+    }
+  }
 }
 
 }  // namespace

@@ -435,7 +435,9 @@ TEST_F(ConfigFileTest, ParPropertyNameMustFit254Bytes) {
   ParBytes tooLong;
   tooLong.node("t", 0, 1).number(std::string(255, 'n'), 6, 1);
   ASSERT_TRUE(LoadPar(tooLong));
-  EXPECT_EQ(nullptr, config.getRoot());
+  ASSERT_NE(nullptr, config.getRoot());
+  EXPECT_EQ("t", config.getRoot()->mName);
+  EXPECT_TRUE(config.getRoot()->mProperties.empty());
 }
 
 TEST_F(ConfigFileTest, ParDamagedLengthReadsAsTheEndOfTheData) {
@@ -444,7 +446,42 @@ TEST_F(ConfigFileTest, ParDamagedLengthReadsAsTheEndOfTheData) {
   zvtest::PutI32(par.bytes, 1 << 30);  // far beyond the file
   zvtest::PutText(par.bytes, "short");
   ASSERT_TRUE(LoadPar(par));
-  EXPECT_EQ(nullptr, config.getRoot());
+  ASSERT_NE(nullptr, config.getRoot());
+  EXPECT_TRUE(config.getRoot()->mProperties.empty());
+  EXPECT_EQ(nullptr, config.findPropertyNodeFrom("t.s"));
+}
+
+TEST_F(ConfigFileTest, ParEmptyFileGivesARootWithoutAName) {
+  ParBytes empty;
+  ASSERT_TRUE(LoadPar(empty));
+  ASSERT_NE(nullptr, config.getRoot());
+  EXPECT_EQ("", config.getRoot()->mName);
+  EXPECT_EQ(nullptr, config.getRoot()->mNextSibling);
+  EXPECT_EQ(nullptr, config.getRoot()->mFirstChild);
+}
+
+TEST_F(ConfigFileTest, ParFirstNodeThatFailsToReadStaysTheRootAndNothingFollows) {
+  ParBytes par;
+  par.node("first", 0, 2).number("a", 6, 1).head("p", 18);
+  par.node("second", 0, 1).number("b", 6, 2);
+  ASSERT_TRUE(LoadPar(par));
+  ASSERT_NE(nullptr, config.getRoot());
+  EXPECT_EQ("first", config.getRoot()->mName);
+  EXPECT_NE(nullptr, config.findPropertyNodeFrom("first.a"));  // read before the failure
+  EXPECT_EQ(nullptr, config.getRoot()->mNextSibling);
+  EXPECT_EQ(nullptr, config.findPropertyNodeFrom("second.b"));
+}
+
+TEST_F(ConfigFileTest, ParFirstNodeThatFailsReplacesTheTreeOfAnEarlierLoad) {
+  ParBytes good;
+  good.node("old", 0, 1).number("a", 6, 1);
+  ASSERT_TRUE(LoadPar(good));
+  ParBytes bad;
+  bad.node("new", 0, 1).head("p", 0);
+  ASSERT_TRUE(LoadPar(bad));
+  ASSERT_NE(nullptr, config.getRoot());
+  EXPECT_EQ("new", config.getRoot()->mName);
+  EXPECT_EQ(nullptr, config.findPropertyNodeFrom("old.a"));
 }
 
 TEST_F(ConfigFileTest, ParHugeChildCountStopsAtTheEndOfTheData) {

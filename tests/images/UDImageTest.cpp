@@ -85,19 +85,28 @@ TEST_F(UDImageTest, EveryPixelFormatPaletteTypeAndCompressionLoads) {
 }
 
 TEST_F(UDImageTest, PaletteTypeOneWithSixteenBitColoursHasThirtyTwoPlusHalfThePixels) {
-  UdiLayout layout;
-  layout.width = 6;
-  layout.height = 3;
-  layout.pixelFormat = UDImage::ePixelFormat_R5G6B5;
-  layout.bitsPerPixel = 16;
-  layout.paletteType = 1;
-  // 32 bytes of palette, 9 bytes of indices, and four bytes more than that.
-  const Bytes payload = imgtest::Pattern(32 + 6 * 3 / 2 + 4);
-  zvtest::WriteBytes(dir.file("p.udi"), imgtest::MakeUdi(layout, payload));
-  Loaded udi;
-  ASSERT_EQ(0, LoadUDIFile(dir.file("p.udi").c_str(), &udi.data));
-  EXPECT_EQ(Bytes(payload.begin(), payload.begin() + 41), imgtest::Span(udi.data.pixels, 41));
-  // The copy is exactly 41 bytes long, which the sanitizer build checks.
+  // 6 x 3 and 7 x 5 pixels: 9 and 17 bytes of indices (half the pixels, rounded
+  // down), stored plain and packed, each file holding four bytes more than that.
+  const int sizes[2][2] = {{6, 3}, {7, 5}};
+  for (const auto& size : sizes) {
+    for (int compression = 0; compression <= 1; ++compression) {
+      UdiLayout layout;
+      layout.width = uint16_t(size[0]);
+      layout.height = uint16_t(size[1]);
+      layout.pixelFormat = UDImage::ePixelFormat_R5G6B5;
+      layout.bitsPerPixel = 16;
+      layout.paletteType = 1;
+      layout.compression = uint8_t(compression);
+      const size_t expected = 32 + size_t(size[0] * size[1]) / 2;
+      const Bytes payload = imgtest::Pattern(expected + 4, unsigned(size[0] + compression));
+      SCOPED_TRACE(testing::Message() << size[0] << " x " << size[1] << ", compression " << compression);
+      zvtest::WriteBytes(dir.file("p.udi"), imgtest::MakeUdi(layout, payload));
+      Loaded udi;
+      ASSERT_EQ(0, LoadUDIFile(dir.file("p.udi").c_str(), &udi.data));
+      // All of the copy, which is exactly that long (the sanitizer build checks the end).
+      EXPECT_EQ(Bytes(payload.begin(), payload.begin() + expected), imgtest::Span(udi.data.pixels, expected));
+    }
+  }
 }
 
 TEST_F(UDImageTest, StoredLengthOffByOneFails) {

@@ -238,6 +238,22 @@ TEST_F(RecordsTest, PhotoWithoutItsThumbnailIsDroppedAtLoadOnceAndTheFilesAreRew
   EXPECT_EQ(ResIdFile(maxima), ReadBytes(Index("resid.bin")));
 }
 
+// The save after a dropped record comes before resid.bin is read: it must not
+// lower what the file holds, for this type or any other, or numbers of deleted
+// resources would be given out again.
+TEST_F(RecordsTest, DroppingACorruptedRecordAtLoadLowersNoNumberInResId) {
+  MakePhoto(1);
+  WriteBytes(Index("vtwgPhotoResInfo.bin"), PhotoIndex({1, 2}));  // 2 has no files
+  const uint32_t held[9] = {9, 4, 7, 0, 0, 0, 0, 0, 2};
+  WriteBytes(Index("resid.bin"), ResIdFile(held));
+  TestGame game;
+  CaptureOut([&] { game.store().LoadResInfo(eRT_Photo); });
+  EXPECT_EQ(PhotoIndex({1}), ReadBytes(Index("vtwgPhotoResInfo.bin")));
+  EXPECT_EQ(ResIdFile(held), ReadBytes(Index("resid.bin")));
+  EXPECT_EQ(9u, game.store().GetMaxResId(eRT_Photo));
+  EXPECT_EQ(10, game.store().CreateNewRes(eRT_Photo)->mResId);
+}
+
 TEST_F(RecordsTest, PhotoWithoutItsMainFileIsDroppedToo) {
   WriteText(Shared("Photos/Thumb/vtwgphoto_thumb_1.jpg"), "thumb");
   WriteBytes(Index("vtwgPhotoResInfo.bin"), PhotoIndex({1}));
@@ -292,6 +308,32 @@ TEST_F(RecordsTest, StoryIsKeptWhileItsDataFileExistsThoughTheSlashDoublesUp) {
   EXPECT_EQ(kept, game.store().GetResInfoList(eRT_ScrapBook).front().mName);
   EXPECT_EQ('/', kept.back()) << "so the data file is asked for as ...//dataFile.json";
   EXPECT_FALSE(Exists(gone));
+}
+
+TEST_F(RecordsTest, AStoryNamedWithoutATrailingSlashHasItsDataFileLookedForInsideItsFolder) {
+  const std::string base = root + "LocalData/Player1/MicrophoneWidget/";
+  mkdir(base.c_str(), 0755);
+  mkdir((base + "SD-1-3").c_str(), 0755);
+  WriteText(base + "SD-1-3/dataFile.json", "{}");
+  // Beside the second folder, a file whose name is the folder's and the data
+  // file's run together: not the story's data file.
+  mkdir((base + "SD-1-4").c_str(), 0755);
+  WriteText(base + "SD-1-4dataFile.json", "{}");
+  Bytes index;
+  PutU32(index, kVersion);
+  PutI32(index, 2);
+  for (int id : {3, 4}) {
+    PutI32(index, id);
+    PutI32(index, eRT_ScrapBook);
+    PutI32(index, 0);
+    PutI32(index, 1);
+    PutName(index, base + "SD-1-" + std::to_string(id));
+  }
+  WriteBytes(root + "LocalData/Player1/vtwgScrapBookResInfo.bin", index);
+  TestGame game;
+  CaptureOut([&] { game.store().LoadResInfo(eRT_ScrapBook); });
+  ASSERT_EQ(1u, game.store().GetResInfoList(eRT_ScrapBook).size());
+  EXPECT_EQ(base + "SD-1-3", game.store().GetResInfoList(eRT_ScrapBook).front().mName);
 }
 
 // --- the check file -----------------------------------------------------------

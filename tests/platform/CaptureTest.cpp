@@ -13,6 +13,7 @@
 #include "solva/Device.h"
 #include "solva/Events.h"
 #include "support/TestSupport.h"
+#include "support/sound/SoundFiles.h"
 
 namespace {
 
@@ -189,6 +190,21 @@ TEST_F(CaptureTest, AFileSourceIsResampledToMonoAndLooped) {
   ASSERT_EQ(24000u, samples.size());
   EXPECT_NEAR(8000 / std::sqrt(2.0), Rms(samples, 0, 8000), 30);
   for (size_t i = 0; i < 8000; ++i) ASSERT_EQ(samples[i], samples[i + 8000]) << i;
+}
+
+TEST_F(CaptureTest, AFileSourceAtAnotherRateIsConvertedWithoutMirrorImages) {
+  zvtest::WriteTone(dir.file("tone.wav"), 22050, 1.0, 1000, 0.5);
+  std::string error;
+  ASSERT_TRUE(solva::SetMicSource(solva::MicSource::File, dir.file("tone.wav"), &error)) << error;
+  const tAudCapHndl handle = camera.StartAudioCapture("audio.tmp", nullptr, 0, false);
+  solva::AdvanceClock(1000);
+  camera.StopAudioCapture(handle);
+  const std::vector<int16_t> captured = Samples(dir.file("audio.tmp"));
+  ASSERT_EQ(16000u, captured.size());
+  std::vector<float> samples(captured.begin(), captured.end());
+  for (float& s : samples) s /= 32768.0f;
+  // 500 periods of 1 kHz at 16 kHz, away from the file's ends.
+  EXPECT_LT(zvtest::ResidualDb(samples, 4000, 8000, 16000, 1000), -80.0);
 }
 
 TEST_F(CaptureTest, AnUnreadableSourceFileIsRefusedAndTheSourceStays) {

@@ -105,6 +105,22 @@ TEST_F(EventsTest, UnregisteredListenersHearNothingMore) {
   EXPECT_TRUE(touch.types.empty());
 }
 
+TEST_F(EventsTest, UnregisteringFromAServiceThatDoesNotHoldTheListenerIsReported) {
+  Recorder touch(&kTouchWord);
+  CButtonSvc buttons;
+  events.RegisterEventListener(&touch, 0);
+  EXPECT_TRUE(solva::ListenerRegistered(&touch));
+  EXPECT_EQ(0, solva::UnknownUnregistrations());
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(kNotFoundErr, buttons.UnregisterEventListener(&touch));  // the wrong service
+  EXPECT_NE(std::string::npos, testing::internal::GetCapturedStderr().find("not registered"));
+  EXPECT_EQ(1, solva::UnknownUnregistrations());
+  EXPECT_TRUE(solva::ListenerRegistered(&touch));
+  EXPECT_EQ(kNoErr, events.UnregisterEventListener(&touch));
+  EXPECT_FALSE(solva::ListenerRegistered(&touch));
+  EXPECT_EQ(1, solva::UnknownUnregistrations());
+}
+
 TEST_F(EventsTest, RegisteringTwiceKeepsOneEntry) {
   Recorder touch(&kTouchWord);
   events.RegisterEventListener(&touch, 0);

@@ -159,7 +159,7 @@ TEST_F(LaunchTest, ABadRiffHeaderIsReportedAndLeavesNoClip) {
   WriteWavHeader(clip, 1, 16000, 16, 32000, 0x12345678);
   Params()["audiofilename"] = clip;
   const std::string out = Captured();
-  EXPECT_NE(std::string::npos, out.find("Bad RIFF or WAVE."));
+  EXPECT_NE(std::string::npos, out.find("Bad RIFF or WAVE.\nRIFF = 0x12345678"));  // a line of its own
   EXPECT_NE(std::string::npos, out.find("RIFF = 0x12345678, Expects 0x46464952"));
   EXPECT_NE(std::string::npos, out.find("WAVE = 0x45564157, Expects 0x45564157"));
   EXPECT_EQ(0, Scene().mHasClip);

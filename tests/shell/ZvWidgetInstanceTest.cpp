@@ -26,6 +26,7 @@
 namespace {
 
 using shelltitle::CallLog;
+using shelltitle::ListenersAtManagerDestroy;
 using shelltitle::ShellTitleInstance;
 using shelltitle::ShellTitleManager;
 using Log = std::vector<std::string>;
@@ -195,10 +196,19 @@ TEST_F(ShellTest, TheFrameThatFinishesTheGameStillUpdatesAndRendersBeforePopApp)
 TEST_F(ShellTest, ExitTearsDownTheManagerBeforeTheListenersAndServices) {
   Create();
   Enter();
+  const IEventListener* const listeners[] = {&gPowerListener, &gEventListerner, &gTouchListener,
+                                             &gAccelerometerListener};
+  for (const IEventListener* listener : listeners) EXPECT_TRUE(solva::ListenerRegistered(listener));
   for (int i = 0; i < 3; ++i) Frame();
   CallLog().clear();
+  ListenersAtManagerDestroy().clear();
   Exit();
   EXPECT_EQ((Log{"manager.Destroy", "main.Exit"}), CallLog());
+  // The manager went while every listener was still registered; then each went,
+  // from the service it was registered with.
+  EXPECT_EQ(std::vector<bool>(4, true), ListenersAtManagerDestroy());
+  for (const IEventListener* listener : listeners) EXPECT_FALSE(solva::ListenerRegistered(listener));
+  EXPECT_EQ(0, solva::UnknownUnregistrations());
   EXPECT_EQ(0, solva::RegisteredEventListeners());
   EXPECT_EQ(0, solva::RegisteredButtonListeners());
   EXPECT_EQ(nullptr, gKernelSvc);

@@ -5,7 +5,9 @@
 #include "Base/StringID.h"
 #include "BaseFramework/InputManager.h"
 #include "CKernelSvc.h"
+#include "Tamarin/ShellListeners.h"
 #include "Tamarin/SolvaServices.h"
+#include "solva/Events.h"
 
 namespace shelltitle {
 
@@ -77,8 +79,16 @@ void ShellTitleManager::Initialize() {
   LaunchState(mState);
 }
 
+std::vector<bool>& ListenersAtManagerDestroy() {
+  static std::vector<bool> registered;
+  return registered;
+}
+
 void ShellTitleManager::Destroy() {
   CallLog().push_back("manager.Destroy");
+  ListenersAtManagerDestroy() = {solva::ListenerRegistered(&gPowerListener), solva::ListenerRegistered(&gEventListerner),
+                                 solva::ListenerRegistered(&gTouchListener),
+                                 solva::ListenerRegistered(&gAccelerometerListener)};
   GameManager::ExitState();
   StringID::Destroy();
   GameManager::Destroy();

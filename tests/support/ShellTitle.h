@@ -20,6 +20,9 @@ std::vector<std::string>& CallLog();
 std::function<void()>& InitializeHook();
 // The exit reason the shell gave the manager at the last exit.
 int& LastExitReason();
+// Whether each of the shell's four listeners (power, buttons, touch, accelerometer)
+// was still registered when the manager was last torn down.
+std::vector<bool>& ListenersAtManagerDestroy();
 
 class LoggingScene : public IScene {
  public:

@@ -247,6 +247,20 @@ TEST_F(RawImageTest, SetImageOfTheSameSizeKeepsTheBufferAndAnotherSizeRenewsIt) 
   EXPECT_EQ(1, image.mDirty);
 }
 
+// Found by fuzzing a tile description: 2^20 rows made the fixed-point height
+// overflow to 0, and the ratio divided by it.
+TEST_F(RawImageTest, AnImageOfAMillionRowsScalesWithoutAFault) {
+  const int width = 4, height = 1 << 20;
+  unsigned char* pixels = new unsigned char[size_t(width) * height * 4]();
+  pixels[0] = 7;
+  image.SetImage(pixels, width, height, eImage_RGBA8888);
+  const unsigned char* buffer = image.GetRenderBuffer(2, 2, eScale_Nearest);
+  ASSERT_NE(nullptr, buffer);
+  // A shrink of more than 4096 times is a ratio of 0 in 20.12: every row comes from the first.
+  EXPECT_EQ(7, buffer[0]);
+  EXPECT_EQ(7, buffer[2 * 4]);
+}
+
 class Np2tTest : public RawImageTest {
  protected:
   void Describe(int width, int height, const std::vector<std::pair<int, int>>& tiles) {
@@ -267,17 +281,42 @@ class Np2tTest : public RawImageTest {
 };
 
 TEST_F(Np2tTest, TileAtHundredOfWidth64InAnImage120WideHasItsRowsCutToTwenty) {
-  Describe(120, 4, {{0, 0}, {100, 0}});
+  // The third tile also reaches two rows below the image: those rows are not
+  // copied, past the end of the buffer (the sanitizers' build sees it).
+  Describe(120, 4, {{0, 0}, {100, 0}, {100, 2}});
   ygtest::WriteSolidTga(dir.file("NP2T_big/big_Tile00.tga"), 64, 4, {1, 1, 1, 255});
   ygtest::WriteSolidUdi(dir.file("NP2T_big/big_Tile01.udi"), 64, 4, {2, 2, 2, 255});
+  ygtest::WriteSolidTga(dir.file("NP2T_big/big_Tile02.tga"), 64, 4, {3, 3, 3, 255});
   image.LoadImage("big.png", Folder());
   ASSERT_EQ(120, image.mWidth);
   ASSERT_EQ(4, image.mHeight);
-  EXPECT_RGBA((RGBA{1, 1, 1, 255}), PixelAt(63, 3));
-  EXPECT_RGBA((RGBA{0, 0, 0, 0}), PixelAt(64, 0));  // between the tiles: nothing
-  EXPECT_RGBA((RGBA{0, 0, 0, 0}), PixelAt(99, 2));
-  EXPECT_RGBA((RGBA{2, 2, 2, 255}), PixelAt(100, 0));
-  EXPECT_RGBA((RGBA{2, 2, 2, 255}), PixelAt(119, 3));
+  // Every pixel: a row that ran on past x = 119 would land at the start of the next.
+  for (int y = 0; y < 4; ++y) {
+    for (int x = 0; x < 120; ++x) {
+      RGBA expected = {0, 0, 0, 0};  // between the tiles: nothing
+      if (x < 64) expected = {1, 1, 1, 255};
+      if (x >= 100) expected = y < 2 ? RGBA{2, 2, 2, 255} : RGBA{3, 3, 3, 255};
+      SCOPED_TRACE(testing::Message() << x << "," << y);
+      EXPECT_RGBA(expected, PixelAt(x, y));
+    }
+  }
+}
+
+// Found by fuzzing: a tile at x = 2^31 - 1 made x + width wrap round past the cut.
+TEST_F(Np2tTest, TilesAtTheEndsOfIntAreCutAwayWhole) {
+  const int most = 2147483647, least = -2147483647 - 1;
+  Describe(4, 2, {{most, 0}, {least, 0}, {0, most}, {0, least}, {1, 1}});
+  for (int i = 0; i < 5; ++i) {
+    ygtest::WriteSolidTga(dir.file("NP2T_big/big_Tile0" + std::to_string(i) + ".tga"), 16, 16,
+                          {uint8_t(i + 1), 0, 0, 255});
+  }
+  image.LoadImage("big", Folder());
+  ASSERT_EQ(4, image.mWidth);
+  EXPECT_RGBA((RGBA{0, 0, 0, 0}), PixelAt(0, 0));  // none of the first four lands
+  EXPECT_RGBA((RGBA{0, 0, 0, 0}), PixelAt(3, 0));
+  EXPECT_RGBA((RGBA{5, 0, 0, 255}), PixelAt(1, 1));
+  EXPECT_RGBA((RGBA{5, 0, 0, 255}), PixelAt(3, 1));
+  EXPECT_RGBA((RGBA{0, 0, 0, 0}), PixelAt(0, 1));
 }
 
 TEST_F(Np2tTest, MissingTileLeavesItsAreaTransparentBlack) {

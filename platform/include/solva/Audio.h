@@ -6,8 +6,10 @@
 // PumpAudio, FlushSpeaker), it first mixes exactly the frames of device time
 // that passed since it last did, so in virtual time the output is exact and the
 // same on every run. The output is mono, 16-bit, at the mixing rate; files of
-// other rates are converted by linear interpolation and stereo files are mixed
-// down to one channel.
+// other rates are converted by a band-limited resampler (libsoxr) and stereo
+// files are mixed down to one channel. A sound that is stopped, paused or moved
+// while it is heard fades out over 5 ms, and one that sounds again after a pause
+// or a seek fades in over as long, so that the output never steps.
 #include <cstdint>
 #include <string>
 #include <vector>

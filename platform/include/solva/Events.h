@@ -4,6 +4,8 @@
 // the frame thread between two frames.
 #include <cstdint>
 
+class IEventListener;
+
 namespace solva {
 
 // Every button now down, as a mask of the device's button bits.
@@ -31,5 +33,10 @@ void FailRegistration(int nth);
 // How many listeners the event, button services have registered.
 int RegisteredEventListeners();
 int RegisteredButtonListeners();
+// Whether `listener` is registered with any service now.
+bool ListenerRegistered(const IEventListener* listener);
+// How often a listener was unregistered from a service it was not registered
+// with (each is also reported on standard error) since the device was reset.
+int UnknownUnregistrations();
 
 }  // namespace solva

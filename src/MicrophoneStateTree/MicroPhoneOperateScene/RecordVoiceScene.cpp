@@ -5,6 +5,7 @@
 #include <stdio.h>
 #include <string.h>
 
+#include "Base/XAssert.h"
 #include "BaseFramework/InputManager.h"
 #include "CJSonFile.h"
 #include "Canvas/CanvasLayer.h"
@@ -80,7 +81,7 @@ unsigned int ReadClipLength(const std::string& path) {
   const uint32_t riff = ReadU32(header);
   const uint32_t wave = ReadU32(header + 8);
   if (riff != kRiff || wave != kWave) {
-    printf("Bad RIFF or WAVE.");
+    puts("Bad RIFF or WAVE.");
     printf("RIFF = 0x%08x, Expects 0x%08x\n", riff, kRiff);
     printf("WAVE = 0x%08x, Expects 0x%08x\n", wave, kWave);
     return 0;
@@ -671,9 +672,6 @@ void RecordVoiceScene::ExitScene() {
   params->GetRoot()["filename"] = answer;
 }
 
-// Crash reports of the device name the panel's assertions by their lines; the
-// numbering from here on keeps them where the reports expect them.
-#line 290
 // ---------------------------------------------------------------------------
 // The panel's place: the anchor mic_time_flat goes to the position of the
 // orientation in force, and everything else keeps its distance to it.
@@ -689,7 +687,7 @@ void RecordVoiceScene::UpdateFrameLocation() {
     YGUIControl* p = controls[i];
     // Each of the seven must be in the layout.
     // The move keeps the layout's distances.
-    assert(p != 0);
+    ASSERT_AT_LINE(p != 0, 305);  // the line crash reports name
     p->SetPosition(ContrlPos[2 * i] + dx, ContrlPos[2 * i + 1] + dy);
   }
   // The bar rides beside the record button: to its right when horizontal,
@@ -705,6 +703,6 @@ void RecordVoiceScene::UpdateFrameLocation() {
   //
   //
   //
-  assert(mProgressBar);
+  ASSERT_AT_LINE(mProgressBar, 321);  // the line crash reports name
   mProgressBar->SetPosition(barX, barY);
 }

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <stdexcept>
+#include <string>
 
 namespace zvtest {
 
@@ -63,17 +64,43 @@ Sound ReadSound(const std::string& path) {
 }
 
 double Rms(const std::vector<float>& samples, size_t first, size_t count) {
-  if (first >= samples.size()) return 0;
-  const size_t end = std::min(samples.size(), first + count);
+  // A window that runs past the sound measures what is not there: a test's mistake.
+  if (count == 0 || first + count > samples.size()) {
+    throw std::out_of_range("a level measured over " + std::to_string(count) + " samples from " +
+                            std::to_string(first) + " of a sound of " + std::to_string(samples.size()));
+  }
   double sum = 0;
-  for (size_t i = first; i < end; ++i) sum += double(samples[i]) * samples[i];
-  return end > first ? std::sqrt(sum / double(end - first)) : 0;
+  for (size_t i = first; i < first + count; ++i) sum += double(samples[i]) * samples[i];
+  return std::sqrt(sum / double(count));
 }
 
 double RmsBetween(const Sound& sound, double fromMs, double toMs) {
   const size_t first = size_t(std::llround(fromMs * sound.rate / 1000.0));
   const size_t last = size_t(std::llround(toMs * sound.rate / 1000.0));
   return Rms(sound.samples, first, last - first);
+}
+
+double ResidualDb(const std::vector<float>& samples, size_t first, size_t count, int rate, double hz) {
+  // Over whole periods sine, cosine and offset are orthogonal: each is a projection.
+  double sine = 0, cosine = 0, offset = 0;
+  const double step = 2.0 * M_PI * hz / rate;
+  for (size_t i = 0; i < count; ++i) {
+    const double v = samples.at(first + i);
+    sine += v * std::sin(step * double(i));
+    cosine += v * std::cos(step * double(i));
+    offset += v;
+  }
+  sine *= 2.0 / double(count);
+  cosine *= 2.0 / double(count);
+  offset /= double(count);
+  double tone = 0, rest = 0;
+  for (size_t i = 0; i < count; ++i) {
+    const double fitted = sine * std::sin(step * double(i)) + cosine * std::cos(step * double(i));
+    const double left = samples[first + i] - fitted - offset;
+    tone += fitted * fitted;
+    rest += left * left;
+  }
+  return 10.0 * std::log10(rest / tone);
 }
 
 }  // namespace zvtest

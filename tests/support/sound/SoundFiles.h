@@ -27,9 +27,14 @@ void WriteSamples(const std::string& path, int rate, const std::vector<float>& s
 // Throws when the file cannot be read.
 Sound ReadSound(const std::string& path);
 
-// Root mean square of `count` samples from `first` (clipped to the data).
+// Root mean square of `count` samples from `first`; throws std::out_of_range
+// when they are not all there (or none is asked for).
 double Rms(const std::vector<float>& samples, size_t first, size_t count);
 // The same over the window [fromMs, toMs) of a sound.
 double RmsBetween(const Sound& sound, double fromMs, double toMs);
+// How far below a tone of `hz` everything else in `count` samples from `first`
+// lies, in dB (negative): the tone is fitted (sine, cosine and offset) and what
+// is left is compared with it. `count` must hold whole periods of the tone.
+double ResidualDb(const std::vector<float>& samples, size_t first, size_t count, int rate, double hz);
 
 }  // namespace zvtest
