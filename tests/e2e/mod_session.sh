@@ -62,14 +62,19 @@ ids=["pkg.cards","pkg.late","pkg.missions","pkg.toy"]
 print((struct.pack("<I",4)+b"".join(struct.pack("<I",len(i))+i.encode()+struct.pack("<i",2) for i in ids)).hex())')
 [ "$(hex "$marks")" = "$expected" ] || fail "first: mark file $(hex "$marks")"
 
-# The next start on the same device reads the marks back.
+# The next start on the same device reads the marks back, with the reader's quirk:
+# its buffer is not cleared between records, so "pkg.late" after "pkg.cards" and
+# "pkg.toy" after "pkg.missions" (each shorter than the id before it) find no
+# mod, and those two count as new again.
 cp -r "$work/first" "$work/second-device"
 "$SOLVA_SIM" --title "$TITLE" --root "$work/second-device/device" --params '{}' --script /dev/stdin \
   > "$work/second.out" 2>&1 <<'SCRIPT' || fail "second: solva-sim ended with status $?"
 click back
 SCRIPT
-grep -qx 'modtitle: Snipsy pkg.cards mark 2 .*' "$work/second.out" || fail "second: marks not read back"
-grep -qx 'modtitle: Wigglo pkg.late mark 2 .*' "$work/second.out" || fail "second: late mark"
+for seen in 'Snipsy pkg.cards mark 2' 'Application pkg.toy mark 1' 'Scoopcam pkg.missions mark 2' \
+            'Wigglo pkg.late mark 1'; do
+  grep -q "^modtitle: $seen " "$work/second.out" || fail "second: no '$seen' ($(grep modtitle "$work/second.out"))"
+done
 
 # Mistakes: a --mod without a player, a folder without meta.json.
 status=0
