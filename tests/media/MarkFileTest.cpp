@@ -60,15 +60,26 @@ TEST_F(MarkFileTest, WithoutModsTheFileHoldsACountOfZero) {
 
 TEST_F(MarkFileTest, AShorterIdentifierAfterALongerOneKeepsTheOldTailAndFindsNoMatch) {
   Download("a", "ab", "Notewright");
-  Download("b", "abcdef", "Notewright");
-  // "abcdef" first leaves "ab" followed by "cdef" in the buffer.
-  WriteBytes(MarkPath(), MarkFile({{"abcdef", 4}, {"ab", 3}}));
+  Download("b", "wxyz12", "Notewright");
+  // "wxyz12" first leaves "ab" followed by "yz12" in the buffer.
+  WriteBytes(MarkPath(), MarkFile({{"wxyz12", 4}, {"ab", 3}}));
   TestGame game;
   const std::vector<MicroMod*> mods = Load(game.archive());
   ASSERT_EQ(2u, mods.size());
   EXPECT_EQ("ab", mods[0]->mPackageId);
   EXPECT_EQ(1, mods[0]->mMark) << "the shorter identifier found no match";
   EXPECT_EQ(4, mods[1]->mMark);
+}
+
+TEST_F(MarkFileTest, AShorterIdentifierThatBeginsTheOneBeforeItGivesItsMarkToThatOne) {
+  Download("a", "ab", "Notewright");
+  Download("b", "abcdef", "Notewright");
+  // "ab" over "abcdef" leaves "abcdef": the second record is read as the first's.
+  WriteBytes(MarkPath(), MarkFile({{"abcdef", 4}, {"ab", 3}}));
+  TestGame game;
+  const std::vector<MicroMod*> mods = Load(game.archive());
+  EXPECT_EQ(1, mods[0]->mMark);
+  EXPECT_EQ(3, mods[1]->mMark);
 }
 
 TEST_F(MarkFileTest, AShorterIdentifierFirstAndALongerOneAfterItBothMatch) {
@@ -104,10 +115,15 @@ TEST_F(MarkFileTest, AFileCutShortKeepsTheRecordsReadBeforeTheCut) {
 }
 
 TEST_F(MarkFileTest, AnIdentifierLongerThanTheBufferMatchesNothingAndTheNextRecordStillReads) {
-  Download("a", "next", "Notewright");
-  WriteBytes(MarkPath(), MarkFile({{std::string(3000, 'q'), 2}, {"next", 5}}));
+  const std::string longest(3000, 'q');
+  const std::string filling(1023, 'z');  // fills the buffer but for its last byte
+  Download("a", filling, "Notewright");
+  Download("b", longest, "Notewright");
+  WriteBytes(MarkPath(), MarkFile({{longest, 2}, {filling, 6}}));
   TestGame game;
-  EXPECT_EQ(5, Load(game.archive())[0]->mMark);
+  const std::vector<MicroMod*> mods = Load(game.archive());
+  EXPECT_EQ(6, mods[0]->mMark) << "the record after the long one is read in step";
+  EXPECT_EQ(1, mods[1]->mMark) << "the buffer holds only the start of the long identifier";
 }
 
 TEST_F(MarkFileTest, TheFileIsNamedByArchiveDataFileNameInTheArchiveSection) {
