@@ -12,8 +12,8 @@ namespace fuzz {
 ZvArchive& ModArchive();
 // The folder of player 1's one downloaded mod, "mod", ending in a slash.
 std::string ModFolder();
-// TryToLoadMdl, and every mod it made deleted again (they are never released
-// otherwise, and the leak checker would count them).
+// TryToLoadMdl, and every mod it made deleted again (the archive never releases
+// them, and the leak checker would count them).
 void LoadAndForgetMods();
 
 }  // namespace fuzz

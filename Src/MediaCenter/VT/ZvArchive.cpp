@@ -51,6 +51,17 @@ bool MarkFileName(std::string* name) {
   return false;
 }
 
+// A mod of the kinds that read MicroModsConfig.xml: package id, path, then the
+// file. A folder whose file does not load is listed all the same, empty.
+template <class Mod>
+MicroMod* ConfiguredMod(const std::string& packageId, const std::string& folder) {
+  Mod* mod = new Mod();
+  mod->mPackageId = packageId;
+  mod->SetMicroModPath(folder + "/");
+  mod->LoadMicroModFromFile();
+  return mod;
+}
+
 // The mark file's numbers are 32-bit little-endian.
 bool ReadU32(FILE* file, unsigned* value) {
   unsigned char bytes[4];
@@ -230,23 +241,11 @@ void ZvArchive::TryToLoadMdl() {
       music->mMusicNames = names;
       mod = music;
     } else if (kind == "Scoopcam") {
-      MicroModScoopcam* missions = new MicroModScoopcam();
-      missions->mPackageId = meta.GetPackageId().raw();
-      missions->SetMicroModPath(folder + "/");
-      missions->LoadMicroModFromFile();
-      mod = missions;
+      mod = ConfiguredMod<MicroModScoopcam>(meta.GetPackageId().raw(), folder);
     } else if (kind == "Fablewright") {
-      MicroModFablewright* stories = new MicroModFablewright();
-      stories->mPackageId = meta.GetPackageId().raw();
-      stories->SetMicroModPath(folder + "/");
-      stories->LoadMicroModFromFile();
-      mod = stories;
+      mod = ConfiguredMod<MicroModFablewright>(meta.GetPackageId().raw(), folder);
     } else if (kind == "Wigglo") {
-      MicroModWigglo* kit = new MicroModWigglo();
-      kit->mPackageId = meta.GetPackageId().raw();
-      kit->SetMicroModPath(folder + "/");
-      kit->LoadMicroModFromFile();
-      mod = kit;
+      mod = ConfiguredMod<MicroModWigglo>(meta.GetPackageId().raw(), folder);
     } else {
       continue;
     }
