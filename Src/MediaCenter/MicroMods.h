@@ -80,6 +80,7 @@ class MicroModReelmarch : public MicroMod {
   std::vector<std::string> mMusicNames;
 };
 
+// The numbers start at 0, so that an item without its number element has one.
 struct ScoopcamMission {
   ScoopcamMission() : mElementNumber(0) {}
   int mElementNumber;
