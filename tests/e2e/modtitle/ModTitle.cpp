@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "Base/StringID.h"
 #include "Base/singleton.h"
 #include "BaseFramework/GameManager.h"
 #include "BaseFramework/InputManager.h"
@@ -94,6 +95,7 @@ class Manager : public GameManager, public Singleton<Manager, Tag_Singleton_Manu
     for (MicroMod* mod : mLoaded) delete mod;
     mLoaded.clear();
     GameManager::Destroy();
+    StringID::Destroy();  // the configuration's property names
     delete mArchiver;
     mArchiver = 0;
   }
