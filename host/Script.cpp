@@ -114,6 +114,7 @@ std::string Script::Format(const ScriptCommand& command) {
     case ScriptCommand::FreeBytes: return "free-bytes " + std::to_string(command.number);
     case ScriptCommand::Screenshot: return "screenshot " + command.text;
     case ScriptCommand::Exit: return "exit " + std::to_string(command.number);
+    case ScriptCommand::Mod: return "mod " + std::to_string(command.number) + " " + command.text;
   }
   return "";
 }
@@ -227,6 +228,13 @@ bool Script::Parse(const std::string& text, const std::string& name, std::string
       }
       command.kind = ScriptCommand::Exit;
       command.number = a;
+    } else if (verb == "mod") {
+      if (!argc(2, 2) || !ParseInt(w[1], &a) || a < 0 || a > 0x7FFFFFFF) {
+        return fail("mod takes a player and a mod folder, e.g. 'mod 1 mods/stickers'");
+      }
+      command.kind = ScriptCommand::Mod;
+      command.number = a;
+      command.text = w[2];
     } else {
       return fail("unknown command '" + verb + "'");
     }

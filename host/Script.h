@@ -27,6 +27,7 @@ struct ScriptCommand {
     FreeBytes,   // bytes
     Screenshot,  // file
     Exit,        // pending-exit code
+    Mod,         // player, folder: give the player a downloaded folder
   };
 
   int line = 0;

@@ -19,6 +19,7 @@
 #include "solva/Clock.h"
 #include "solva/Device.h"
 #include "solva/Display.h"
+#include "solva/Downloads.h"
 #include "solva/Events.h"
 
 namespace {
@@ -35,6 +36,18 @@ std::string AbsolutePath(const std::string& path) {
   if (!path.empty() && path[0] == '/') return path;
   char here[4096] = {0};
   return std::string(getcwd(here, sizeof here) ? here : ".") + "/" + path;
+}
+
+// "PLAYER:DIR" of --mod: a player number, a colon, a folder.
+bool ParseModOption(const std::string& option, int* player, std::string* folder) {
+  const size_t colon = option.find(':');
+  if (colon == std::string::npos || colon == 0 || colon + 1 == option.size()) return false;
+  char* end = nullptr;
+  const long number = strtol(option.c_str(), &end, 10);
+  if (end != option.c_str() + colon || number < 0 || number > 0x7FFFFFFF) return false;
+  *player = int(number);
+  *folder = option.substr(colon + 1);
+  return true;
 }
 
 }  // namespace
@@ -120,6 +133,18 @@ bool Simulator::LoadParams(std::string* error) {
   return true;
 }
 
+bool Simulator::InstallMods(std::string* error) {
+  for (const std::string& option : mOptions.mods) {
+    ScriptCommand mod;
+    mod.kind = ScriptCommand::Mod;
+    int player = 0;
+    ParseModOption(option, &player, &mod.text);  // checked in Run
+    mod.number = player;
+    if (!Apply(mod, error)) return false;
+  }
+  return true;
+}
+
 bool Simulator::StartRecording(std::string* error) {
   if (!mOptions.movie.empty()) {
     mMovie = Movie::Open(mOptions.movie, mOptions.fps, error);
@@ -141,6 +166,7 @@ std::string Simulator::ReplayHeader() const {
   if (!mOptions.params.empty()) replay += " --params '" + mOptions.params + "'";
   if (mOptions.freeBytes >= 0) replay += " --free-bytes " + std::to_string(mOptions.freeBytes);
   if (mOptions.noAccelerometer) replay += " --no-accelerometer";
+  for (const std::string& mod : mOptions.mods) replay += " --mod " + mod;
   return "# A session recorded by solva-sim " ZV_VERSION " at " + std::to_string(mOptions.fps) +
          " frames per second.\n# Played back headless on a fresh device root, it gives the same screens and gallery:\n#   " +
          replay + "\n";
@@ -262,6 +288,15 @@ bool Simulator::Apply(const ScriptCommand& command, std::string* error) {
       solva::SetPendingExitCode(uint8_t(command.number));
       mTitleEnded = true;
       break;
+    case ScriptCommand::Mod: {
+      // The title works in its own folder: the mod's is taken from where the
+      // simulator was started.
+      const std::string folder = command.text[0] == '/' ? command.text : mStartFolder + "/" + command.text;
+      std::string installed;
+      if (!solva::InstallMicroMod(int32_t(command.number), folder, error, &installed)) return false;
+      printf("solva-sim: player %d has the mod %s\n", int(command.number), installed.c_str());
+      break;
+    }
   }
   if (mRecorder) mRecorder->Add(frame, command);
   return true;
@@ -421,6 +456,14 @@ int Simulator::Run(const SimOptions& options) {
     fprintf(stderr, "solva-sim: --movie takes FILE.avi or a folder DIR/, not %s\n", mOptions.movie.c_str());
     return 2;
   }
+  for (const std::string& mod : mOptions.mods) {
+    int player = 0;
+    std::string folder;
+    if (!ParseModOption(mod, &player, &folder)) {
+      fprintf(stderr, "solva-sim: --mod takes PLAYER:DIR, e.g. --mod 1:mods/stickers, not %s\n", mod.c_str());
+      return 2;
+    }
+  }
   if (!mOptions.scriptPath.empty() && !mScript.Load(mOptions.scriptPath, &error)) {
     fprintf(stderr, "solva-sim: %s\n", error.c_str());
     return 2;
@@ -436,6 +479,10 @@ int Simulator::Run(const SimOptions& options) {
   if (!SetUpDevice(&error)) {
     fprintf(stderr, "solva-sim: %s\n", error.c_str());
     return 1;
+  }
+  if (!InstallMods(&error)) {
+    fprintf(stderr, "solva-sim: --mod: %s\n", error.c_str());
+    return 2;
   }
   if (!StartRecording(&error)) {
     fprintf(stderr, "solva-sim: %s\n", error.c_str());

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "CAppInterface.h"
 #include "CJSonFile.h"
@@ -30,6 +31,7 @@ struct SimOptions {
   std::string shotsDir;
   std::string movie;         // FILE.avi or DIR/: the session as a movie
   std::string recordScript;  // FILE: the session written down as a script
+  std::vector<std::string> mods;  // PLAYER:DIR, downloaded folders given before the title starts
 };
 
 class Simulator {
@@ -47,6 +49,8 @@ class Simulator {
  private:
   bool SetUpDevice(std::string* error);
   bool LoadParams(std::string* error);
+  // Gives each --mod folder to its player.
+  bool InstallMods(std::string* error);
   // The movie and the script of the session, if asked for.
   bool StartRecording(std::string* error);
   // One frame: events queued so far are delivered, the clock moves one frame on

@@ -28,6 +28,11 @@ int main(int argc, char** argv) {
                  "write the session as a movie: FILE.avi (Motion-JPEG and PCM) or DIR/ (PNG frames and sound.wav)");
   app.add_option("--record-script", options.recordScript,
                  "write what happens to the device as a script that replays the session headless");
+  app.add_option("--mod", options.mods,
+                 "give player PLAYER the downloaded folder DIR (with its meta.json) before the title starts; "
+                 "repeatable")
+      ->type_name("PLAYER:DIR")
+      ->allow_extra_args(false);
   app.set_version_flag("--version", "solva-sim " ZV_VERSION);
 
   try {

@@ -43,6 +43,17 @@ TEST_F(CameraConfigTest, LoadsTheTitlesConfigurationFromRes) {
   EXPECT_EQ(nullptr, CameraConfig::sInstance().getRoot());
 }
 
+// The section the archive reads the name of the micro mods' mark file from.
+TEST_F(CameraConfigTest, TheArchiveSectionNamesTheModsMarkFileInBothForms) {
+  for (const char* path : {"res/CamCfg.xml", "res/CamCfg.par"}) {
+    ConfigFile config;
+    ASSERT_TRUE(config.load(path)) << path;
+    std::string name;
+    EXPECT_TRUE(config.getProperty_String("Archive.ArchiveDataFileName", name)) << path;
+    EXPECT_EQ("MicroModMarks.bin", name) << path;
+  }
+}
+
 // Every property of the tree, asked of both forms: the answers must agree.
 TEST_F(CameraConfigTest, XmlAndParFormsOfTheTreeGiveTheSameAnswers) {
   ConfigFile xml;
@@ -76,7 +87,7 @@ TEST_F(CameraConfigTest, XmlAndParFormsOfTheTreeGiveTheSameAnswers) {
         }
       };
   walk(xml.getRoot(), par.getRoot(), "");
-  EXPECT_EQ(21, compared);
+  EXPECT_EQ(22, compared);
 
   float margin = 0;
   float parMargin = 0;

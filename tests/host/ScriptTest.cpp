@@ -65,8 +65,22 @@ INSTANTIATE_TEST_SUITE_P(
                     BadLine{"power 3", "power takes 'low' or 'ok'"},
                     BadLine{"resume", "resume takes the seconds spent away, e.g. 'resume 600'"},
                     BadLine{"exit 300", "exit takes an optional pending-exit code 0..255"},
-                    BadLine{"screenshot", "screenshot takes a file name, e.g. 'screenshot ready.png'"}),
+                    BadLine{"screenshot", "screenshot takes a file name, e.g. 'screenshot ready.png'"},
+                    BadLine{"mod mods/stickers", "mod takes a player and a mod folder, e.g. 'mod 1 mods/stickers'"},
+                    BadLine{"mod -1 mods/stickers", "mod takes a player and a mod folder, e.g. 'mod 1 mods/stickers'"},
+                    BadLine{"mod 1 a b", "mod takes a player and a mod folder, e.g. 'mod 1 mods/stickers'"}),
     [](const testing::TestParamInfo<BadLine>& info) { return "Line" + std::to_string(info.index); });
+
+TEST(Script, ModGivesAPlayerAFolder) {
+  Script script;
+  std::string error;
+  ASSERT_TRUE(script.Parse("mod 2 mods/stickers\n", "s", &error)) << error;
+  ASSERT_EQ(1u, script.Commands().size());
+  EXPECT_EQ(ScriptCommand::Mod, script.Commands()[0].kind);
+  EXPECT_EQ(2, script.Commands()[0].number);
+  EXPECT_EQ("mods/stickers", script.Commands()[0].text);
+  EXPECT_EQ(0, Script::FramesOf(script.Commands()[0], 30));
+}
 
 TEST(Script, ButtonsByNameAndIndexMapToTheDevicesMaskBits) {
   EXPECT_EQ(5, Script::ButtonIndex("back"));

@@ -36,6 +36,9 @@ TEST(ScriptFormat, EveryCommandReadsBackAsItself) {
   ScriptCommand shot = Command(ScriptCommand::Screenshot);
   shot.text = "solva-1.png";
   commands.push_back(shot);
+  ScriptCommand mod = Command(ScriptCommand::Mod, 2);
+  mod.text = "mods/stickers";
+  commands.push_back(mod);
 
   std::string text;
   for (const ScriptCommand& command : commands) text += Script::Format(command) + "\n";
