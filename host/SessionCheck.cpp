@@ -13,10 +13,10 @@ std::vector<std::string> SessionCheck::Problems(const std::string& answer, const
   if (solva::GetCaptureInfo().active) problems.push_back("a capture still runs after the title's Exit");
   const int listeners =
       solva::RegisteredEventListeners() + solva::RegisteredButtonListeners() + solva::RegisteredUsbListeners();
-  if (listeners > 0) problems.push_back(std::to_string(listeners) + " listeners stay registered after Exit");
+  if (listeners > 0) problems.push_back("listeners still registered after Exit: " + std::to_string(listeners));
   if (solva::RegisteredDisplayHandleCount() > 0) {
-    problems.push_back(std::to_string(solva::RegisteredDisplayHandleCount()) +
-                       " display surfaces stay registered after Exit");
+    problems.push_back("display surfaces still registered after Exit: " +
+                       std::to_string(solva::RegisteredDisplayHandleCount()));
   }
 
   if (!nlohmann::json::accept(answer)) problems.push_back("the answer is not JSON: " + answer);

@@ -54,13 +54,14 @@ void WriteCrashNote() {
   if (write(STDERR_FILENO, gCrashNote, gCrashNoteLength) < 0) return;
 }
 
-void OnFatalSignal(int signal) {
+void OnFatalSignal(int signal, siginfo_t* info, void*) {
   WriteCrashNote();
   // Whoever handled the signal before (the sanitizers, or the default death)
-  // takes it when the fault comes again on return, or abort() raises it again.
+  // takes it: a fault comes again on return, a signal sent (abort, kill) is sent again.
   for (size_t i = 0; i < sizeof kFatalSignals / sizeof kFatalSignals[0]; ++i) {
     if (kFatalSignals[i] == signal) sigaction(signal, &gFormerActions[i], nullptr);
   }
+  if (info == nullptr || info->si_code <= 0) raise(signal);
 }
 
 void SetCrashNote(const std::string& note) {
@@ -68,7 +69,8 @@ void SetCrashNote(const std::string& note) {
   memcpy(gCrashNote, note.data(), gCrashNoteLength);
   struct sigaction action;
   memset(&action, 0, sizeof action);
-  action.sa_handler = OnFatalSignal;
+  action.sa_sigaction = OnFatalSignal;
+  action.sa_flags = SA_SIGINFO;
   sigemptyset(&action.sa_mask);
   for (size_t i = 0; i < sizeof kFatalSignals / sizeof kFatalSignals[0]; ++i) {
     sigaction(kFatalSignals[i], &action, &gFormerActions[i]);
@@ -382,7 +384,7 @@ bool Simulator::MonkeySetUp(std::string* error) {
   printf("solva-sim: monkey %s; its session is written to %s\n", seed.c_str(),
          AbsolutePath(mOptions.recordScript).c_str());
   // Should the title crash, the seed and the replay are the last words.
-  SetCrashNote("solva-sim: monkey " + seed + " CRASHED; replay it on a fresh --root: " +
+  SetCrashNote("\nsolva-sim: monkey " + seed + " CRASHED; replay it on a fresh --root: " +
                ReplayCommand(AbsolutePath(mOptions.recordScript)) + " --check\n");
   return true;
 }

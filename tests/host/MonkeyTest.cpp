@@ -54,7 +54,9 @@ TEST(Monkey, ASessionRunsItsTimeOrEndsWithTheManagersExit) {
     const int64_t frames = FramesOf(commands);
     SCOPED_TRACE(seed);
     EXPECT_LE(frames, 30 * kFps + 2);  // a tap or a click may end a frame or two late
-    if (!Ends(commands)) EXPECT_GE(frames, 30 * kFps);
+    if (!Ends(commands)) {
+      EXPECT_GE(frames, 30 * kFps);
+    }
     for (size_t i = 0; i + 1 < commands.size(); ++i) EXPECT_NE(ScriptCommand::Exit, commands[i].kind);
   }
 }
