@@ -38,9 +38,6 @@ class Monkey {
   // click at its very end may run a frame or two over.
   bool Next(ScriptCommand* command);
 
-  // Frames the commands given so far run (time away while suspended not counted).
-  int64_t Frames() const { return mFrames; }
-
   // A rectangle of the screen the monkey aims at, in layout coordinates of the
   // orientation's layout (flat: 480 x 272, upright: 272 x 480).
   struct Target {

@@ -153,19 +153,16 @@ TEST(Monkey, TouchesStayOnTheScreenAndAFingerIsDownOnlyOnce) {
 TEST(Monkey, TheLayoutsTurnWithTheDeviceAsTheRecordersTouchPointsDo) {
   // The record button's middle, flat (80, 30) and upright (221, 62), is where the
   // scripted sessions tap it: 80 30 flat, 418 220 (a pixel off) turned once.
-  int x, y;
-  Monkey::LayoutToScreen(0, 80, 30, &x, &y);
-  EXPECT_EQ(80, x);
-  EXPECT_EQ(30, y);
-  Monkey::LayoutToScreen(1, 221, 62, &x, &y);
-  EXPECT_EQ(418, x);
-  EXPECT_EQ(221, y);
-  Monkey::LayoutToScreen(2, 80, 30, &x, &y);
-  EXPECT_EQ(400, x);
-  EXPECT_EQ(242, y);
-  Monkey::LayoutToScreen(3, 221, 62, &x, &y);
-  EXPECT_EQ(62, x);
-  EXPECT_EQ(51, y);
+  struct Turn {
+    int orientation, lx, ly, x, y;
+  };
+  for (const Turn& turn : {Turn{0, 80, 30, 80, 30}, Turn{1, 221, 62, 418, 221}, Turn{2, 80, 30, 400, 242},
+                           Turn{3, 221, 62, 62, 51}}) {
+    int x, y;
+    Monkey::LayoutToScreen(turn.orientation, turn.lx, turn.ly, &x, &y);
+    EXPECT_EQ(turn.x, x) << turn.orientation;
+    EXPECT_EQ(turn.y, y) << turn.orientation;
+  }
   const Monkey::Target& record = Monkey::Targets(false)[0];
   EXPECT_EQ(58, record.x);
   EXPECT_EQ(8, record.y);

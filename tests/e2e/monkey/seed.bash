@@ -8,10 +8,12 @@ shift
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 name=${seed//:/-}
+options=("$@")
+[[ " $* " == *" --params "* ]] || options+=(--params '{}')
+[[ " $* " == *" --mic "* ]] || options+=(--mic "$SOURCE_DIR/host/demo/voice-sample.wav")
 set +e
-"$SOLVA_SIM" --title "$STAGE_DIR/title" --root "$work/device" --params '{}' \
-  --mic "$SOURCE_DIR/host/demo/voice-sample.wav" --monkey "$seed" --record-script "$work/$name.script" "$@" \
-  > "$work/$name.out" 2>&1
+"$SOLVA_SIM" --title "$STAGE_DIR/title" --root "$work/device" --monkey "$seed" --record-script "$work/$name.script" \
+  "${options[@]}" > "$work/$name.out" 2>&1
 status=$?
 set -e
 if [ $status != 0 ]; then
