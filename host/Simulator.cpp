@@ -4,13 +4,20 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <chrono>
+#include <cmath>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <thread>
 
 #include "BaseUtils.h"
+#include "Monkey.h"
+#include "SessionCheck.h"
 #include "Window.h"
 
 #include "solva/AppManager.h"
@@ -22,10 +29,58 @@
 #include "solva/Downloads.h"
 #include "solva/Events.h"
 
+#if defined(__SANITIZE_ADDRESS__)
+#define ZV_SANITIZED 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define ZV_SANITIZED 1
+#endif
+#endif
+#ifdef ZV_SANITIZED
+#include <sanitizer/common_interface_defs.h>
+#endif
+
 namespace {
 
 volatile std::sig_atomic_t gStopRequested = 0;
 void RequestStop(int) { gStopRequested = 1; }
+
+// Written to standard error when the process dies of a fault.
+char gCrashNote[8192];
+size_t gCrashNoteLength = 0;
+const int kFatalSignals[] = {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL};
+struct sigaction gFormerActions[sizeof kFatalSignals / sizeof kFatalSignals[0]];
+
+void WriteCrashNote() {
+  if (write(STDERR_FILENO, gCrashNote, gCrashNoteLength) < 0) return;
+}
+
+void OnFatalSignal(int signal, siginfo_t* info, void*) {
+  WriteCrashNote();
+  // Whoever handled the signal before (the sanitizers, or the default death)
+  // takes it: a fault comes again on return, a signal sent (abort, kill) is sent again.
+  for (size_t i = 0; i < sizeof kFatalSignals / sizeof kFatalSignals[0]; ++i) {
+    if (kFatalSignals[i] == signal) sigaction(signal, &gFormerActions[i], nullptr);
+  }
+  if (info == nullptr || info->si_code <= 0) raise(signal);
+}
+
+void SetCrashNote(const std::string& note) {
+  gCrashNoteLength = std::min(note.size(), sizeof gCrashNote);
+  memcpy(gCrashNote, note.data(), gCrashNoteLength);
+  struct sigaction action;
+  memset(&action, 0, sizeof action);
+  action.sa_sigaction = OnFatalSignal;
+  action.sa_flags = SA_SIGINFO;
+  sigemptyset(&action.sa_mask);
+  for (size_t i = 0; i < sizeof kFatalSignals / sizeof kFatalSignals[0]; ++i) {
+    sigaction(kFatalSignals[i], &action, &gFormerActions[i]);
+  }
+#ifdef ZV_SANITIZED
+  // A sanitizer's report ends the process without a signal.
+  __sanitizer_set_death_callback(WriteCrashNote);
+#endif
+}
 
 std::string BaseName(const std::string& path) {
   const size_t slash = path.find_last_of('/', path.size() > 1 ? path.size() - 2 : 0);
@@ -159,17 +214,26 @@ bool Simulator::StartRecording(std::string* error) {
   return true;
 }
 
-std::string Simulator::ReplayHeader() const {
-  std::string replay = "solva-sim --script THIS_FILE --fps " + std::to_string(mOptions.fps) + " --title " +
+std::string Simulator::ReplayCommand(const std::string& path) const {
+  std::string replay = "solva-sim --script " + path + " --fps " + std::to_string(mOptions.fps) + " --title " +
                        AbsolutePath(mOptions.titleDir) + " --player " + std::to_string(mOptions.player) +
                        " --mic " + mOptions.mic;
   if (!mOptions.params.empty()) replay += " --params '" + mOptions.params + "'";
   if (mOptions.freeBytes >= 0) replay += " --free-bytes " + std::to_string(mOptions.freeBytes);
   if (mOptions.noAccelerometer) replay += " --no-accelerometer";
   for (const std::string& mod : mOptions.mods) replay += " --mod " + mod;
+  return replay;
+}
+
+std::string Simulator::ReplayHeader() const {
+  const std::string monkey = mOptions.monkey ? "# The monkey's session of seed " + std::to_string(mOptions.monkeySeed) +
+                                                   " (solva-sim --monkey " +
+                                                   Monkey::Argument(mOptions.monkeySeed, mOptions.monkeySeconds) + ").\n"
+                                             : "";
   return "# A session recorded by solva-sim " ZV_VERSION " at " + std::to_string(mOptions.fps) +
-         " frames per second.\n# Played back headless on a fresh device root, it gives the same screens and gallery:\n#   " +
-         replay + "\n";
+         " frames per second.\n" + monkey +
+         "# Played back headless on a fresh device root, it gives the same screens and gallery:\n#   " +
+         ReplayCommand("THIS_FILE") + "\n";
 }
 
 void Simulator::Frame() {
@@ -207,7 +271,13 @@ bool Simulator::Apply(const ScriptCommand& command, std::string* error) {
     *error = "the title is suspended; 'resume S' first";
     return false;
   }
-  const uint64_t frame = mFrameCount;
+  if (command.kind == ScriptCommand::Resume && !mSuspended) {
+    *error = "'resume' without 'suspend' before it";
+    return false;
+  }
+  // Written down before it is carried out, so that a session that dies in the
+  // middle of a command leaves a script that runs into the same death.
+  if (mRecorder) mRecorder->Add(mFrameCount, command);
   switch (command.kind) {
     case ScriptCommand::Wait:
     case ScriptCommand::Frames:
@@ -261,10 +331,6 @@ bool Simulator::Apply(const ScriptCommand& command, std::string* error) {
       Suspend();
       break;
     case ScriptCommand::Resume: {
-      if (!mSuspended) {
-        *error = "'resume' without 'suspend' before it";
-        return false;
-      }
       // Time passes on the device while the title is away; no frame runs, and
       // what sounded meanwhile is not the movie's.
       solva::PumpCapture();
@@ -298,7 +364,6 @@ bool Simulator::Apply(const ScriptCommand& command, std::string* error) {
       break;
     }
   }
-  if (mRecorder) mRecorder->Add(frame, command);
   return true;
 }
 
@@ -330,6 +395,78 @@ bool Simulator::TakeScreenshot(const std::string& path) {
   printf("solva-sim: screenshot %s%s\n", path.c_str(), frame.c_str());
   mStatus = "wrote " + BaseName(path) + frame;
   return true;
+}
+
+bool Simulator::MonkeySetUp(std::string* error) {
+  mOptions.headless = true;
+  // The disk's real room would make a session depend on the machine.
+  if (mOptions.freeBytes < 0) mOptions.freeBytes = Monkey::kPlentyOfRoom;
+  if (mOptions.recordScript.empty()) {
+    // A failure must leave its replay: a scratch script, removed when all is well.
+    const char* tmp = getenv("TMPDIR");
+    std::string path = std::string(tmp && *tmp ? tmp : "/tmp") + "/solva-monkey-" +
+                       std::to_string(mOptions.monkeySeed) + "-XXXXXX.script";
+    const int fd = mkstemps(&path[0], 7);
+    if (fd < 0) {
+      *error = "cannot make a file for the monkey's script: " + std::string(strerror(errno));
+      return false;
+    }
+    close(fd);
+    mOptions.recordScript = path;
+    mMonkeyScriptIsScratch = true;
+  }
+  const std::string seed = Monkey::Argument(mOptions.monkeySeed, mOptions.monkeySeconds);
+  printf("solva-sim: monkey %s; its session is written to %s\n", seed.c_str(),
+         AbsolutePath(mOptions.recordScript).c_str());
+  // Should the title crash, the seed and the replay are the last words.
+  SetCrashNote("\nsolva-sim: monkey " + seed + " CRASHED; replay it on a fresh --root: " +
+               ReplayCommand(AbsolutePath(mOptions.recordScript)) + " --check\n");
+  return true;
+}
+
+bool Simulator::RunMonkey(std::string* error) {
+  Monkey monkey(mOptions.monkeySeed, int64_t(std::llround(mOptions.monkeySeconds * mOptions.fps)), mOptions.fps);
+  const uint64_t shotEvery = 2 * uint64_t(mOptions.fps);
+  uint64_t nextShot = 0;
+  ScriptCommand command;
+  while (!mTitleEnded && !gStopRequested && monkey.Next(&command)) {
+    if (!Apply(command, error)) return false;
+    if (!mOptions.shotsDir.empty() && mFrameCount >= nextShot && !mTitleEnded) {
+      char name[64];
+      snprintf(name, sizeof name, "monkey-%06llu.png", static_cast<unsigned long long>(mFrameCount));
+      ScriptCommand shot;
+      shot.kind = ScriptCommand::Screenshot;
+      shot.text = name;
+      if (!Apply(shot, error)) return false;
+      nextShot = mFrameCount + shotEvery;
+    }
+  }
+  printf("solva-sim: the monkey's session ran %.3f s of device time in %llu frames%s\n",
+         double(mFrameCount) / mOptions.fps, static_cast<unsigned long long>(mFrameCount),
+         mTitleEnded ? "; the title has ended" : "");
+  return true;
+}
+
+int Simulator::Judge(const std::string& refused) {
+  std::vector<std::string> problems = SessionCheck::Problems(mAnswer, solva::DeviceRoot(), mOptions.player);
+  if (!refused.empty()) problems.insert(problems.begin(), refused);
+  const std::string who =
+      mOptions.monkey ? "monkey " + Monkey::Argument(mOptions.monkeySeed, mOptions.monkeySeconds) : "session";
+  if (problems.empty()) {
+    printf("solva-sim: %s passed: the title ended cleanly, its answer is JSON, solva-gallery check passes\n",
+           who.c_str());
+    if (mMonkeyScriptIsScratch) remove(mOptions.recordScript.c_str());
+    return 0;
+  }
+  fflush(stdout);
+  for (const std::string& problem : problems) fprintf(stderr, "solva-sim: %s: %s\n", who.c_str(), problem.c_str());
+  if (!mOptions.recordScript.empty()) {
+    fprintf(stderr, "solva-sim: %s FAILED; replay it on a fresh --root: %s --check\n", who.c_str(),
+            ReplayCommand(mOptions.recordScript).c_str());
+  } else {
+    fprintf(stderr, "solva-sim: %s FAILED\n", who.c_str());
+  }
+  return 1;
 }
 
 void Simulator::RunUntilTheTitleEnds() {
@@ -432,12 +569,12 @@ void Simulator::End() {
   }
   mApp->Exit();
   solva::CloseSpeaker();
-  const std::string answer = mParams ? mParams->ToString() : "null";
-  printf("answer: %s\n", answer.c_str());
+  mAnswer = mParams ? mParams->ToString() : "null";
+  printf("answer: %s\n", mAnswer.c_str());
   fflush(stdout);
   if (!mOptions.answerFile.empty()) {
     std::ofstream out(mOptions.answerFile);
-    out << answer << "\n";
+    out << mAnswer << "\n";
     if (!out) fprintf(stderr, "solva-sim: cannot write the answer to %s\n", mOptions.answerFile.c_str());
   }
   mApp.reset();
@@ -463,6 +600,10 @@ int Simulator::Run(const SimOptions& options) {
       fprintf(stderr, "solva-sim: --mod takes PLAYER:DIR, e.g. --mod 1:mods/stickers, not %s\n", mod.c_str());
       return 2;
     }
+  }
+  if (mOptions.monkey && !MonkeySetUp(&error)) {
+    fprintf(stderr, "solva-sim: %s\n", error.c_str());
+    return 1;
   }
   if (!mOptions.scriptPath.empty() && !mScript.Load(mOptions.scriptPath, &error)) {
     fprintf(stderr, "solva-sim: %s\n", error.c_str());
@@ -499,7 +640,11 @@ int Simulator::Run(const SimOptions& options) {
   mApp->Enter();
 
   int status = 0;
-  if (!mOptions.scriptPath.empty()) {
+  std::string refused;
+  if (mOptions.monkey) {
+    // The monkey keeps to the rules of the language: a refusal is the simulator's fault.
+    if (!RunMonkey(&error)) refused = "the simulator refused the monkey's command: " + error;
+  } else if (!mOptions.scriptPath.empty()) {
     if (!RunScript(&error)) {
       fprintf(stderr, "solva-sim: %s\n", error.c_str());
       status = 2;
@@ -508,5 +653,6 @@ int Simulator::Run(const SimOptions& options) {
     RunUntilTheTitleEnds();
   }
   End();
+  if (mOptions.check && status == 0) status = Judge(refused);
   return status;
 }

@@ -32,6 +32,12 @@ struct SimOptions {
   std::string movie;         // FILE.avi or DIR/: the session as a movie
   std::string recordScript;  // FILE: the session written down as a script
   std::vector<std::string> mods;  // PLAYER:DIR, downloaded folders given before the title starts
+  // --monkey SEED[:SECONDS]: a child's session drawn from SEED (Monkey.h),
+  // checked when it ends (SessionCheck.h).
+  bool monkey = false;  // implies check
+  bool check = false;   // --check: the checks after the session
+  uint64_t monkeySeed = 0;
+  double monkeySeconds = 60;
 };
 
 class Simulator {
@@ -59,10 +65,21 @@ class Simulator {
   void RunFrames(int64_t count);
   // Runs the script; false, with a message, on a command that cannot be carried out.
   bool RunScript(std::string* error);
+  // Before the monkey's session: a known disk, a script to replay it, the note
+  // a crash leaves.
+  bool MonkeySetUp(std::string* error);
+  // Runs the monkey's session, with a screenshot every two seconds under --shots.
+  bool RunMonkey(std::string* error);
+  // After the session (--check, and always after the monkey's): the checks of
+  // SessionCheck.h, and a command the simulator `refused`, if any; on a failure,
+  // what failed and how to replay it. The exit status: 0 when all is well, 1 when not.
+  int Judge(const std::string& refused);
   void RunUntilTheTitleEnds();
   // Where a screenshot named `name` goes: under --shots when it is relative.
   std::string ShotPath(const std::string& name) const;
   bool TakeScreenshot(const std::string& path);
+  // The command line that plays the script at `path` back.
+  std::string ReplayCommand(const std::string& path) const;
   // The comment at the head of a recorded script: how to play it back.
   std::string ReplayHeader() const;
   void Suspend();
@@ -87,4 +104,6 @@ class Simulator {
   std::string mStartFolder;  // where the simulator was started
   int mShotCount = 0;
   std::string mStatus;  // the last file written, for the window's panel
+  std::string mAnswer;  // the launch parameters after Exit, as printed
+  bool mMonkeyScriptIsScratch = false;  // made for the monkey; kept only when it fails
 };

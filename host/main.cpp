@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "Monkey.h"
 #include "Simulator.h"
 
 int main(int argc, char** argv) {
@@ -33,6 +34,14 @@ int main(int argc, char** argv) {
                  "repeatable")
       ->type_name("PLAYER:DIR")
       ->allow_extra_args(false);
+  std::string monkey;
+  CLI::Option* monkeyOption = app.add_option(
+      "--monkey", monkey,
+      "SEED[:SECONDS]: a child's random session of SECONDS (60) of device time, headless, then checked; "
+      "the same seed gives the same session");
+  monkeyOption->excludes("--script");
+  app.add_flag("--check", options.check,
+               "after the session, check that the title ended cleanly, its answer is JSON and the gallery is sound");
   app.set_version_flag("--version", "solva-sim " ZV_VERSION);
 
   try {
@@ -46,7 +55,16 @@ int main(int argc, char** argv) {
     return 2;
   }
 
-  if (!options.scriptPath.empty()) options.headless = true;
+  if (!monkey.empty()) {
+    std::string error;
+    if (!Monkey::ParseArgument(monkey, &options.monkeySeed, &options.monkeySeconds, &error)) {
+      fprintf(stderr, "solva-sim: %s\n", error.c_str());
+      return 2;
+    }
+    options.monkey = true;
+    options.check = true;
+  }
+  if (!options.scriptPath.empty() || options.monkey) options.headless = true;
   if (!options.headless) {
     const char* display = getenv("DISPLAY");
     const char* wayland = getenv("WAYLAND_DISPLAY");
