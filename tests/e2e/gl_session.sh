@@ -26,7 +26,7 @@ shot gl g3-tapped.png
 grep -q '^\[SolvaOpenGL create\]$' "$work/gl.out" || fail "gl: no 3D set-up"
 grep -q '^\[CloseSolvaOpenGL\]$' "$work/gl.out" || fail "gl: the 3D context was not closed"
 case "$(answer gl)" in
-  '{"3d":1,"textures":15,"textureBytes":29344,"selected":14,'*'"finished":1}') ;;
+  '{"3d":1,"textures":15,"textureBytes":193184,"fonts":4,"selected":14,'*'"finished":1}') ;;
   *) fail "gl: answer was $(answer gl)" ;;
 esac
 
@@ -36,6 +36,6 @@ frames 5
 SCRIPT
 grep -q '^\[SolvaOpenGL\] cannot create the 3D context: ' "$work/noegl.out" || fail "noegl: no message"
 grep -q '^gltitle: the device has no 3D context; nothing to show$' "$work/noegl.out" || fail "noegl: title"
-[ "$(answer noegl)" = '{"3d":0,"textures":0,"textureBytes":0,"selected":0,"frames":0,"finished":1}' ] ||
+[ "$(answer noegl)" = '{"3d":0,"textures":0,"textureBytes":0,"fonts":0,"selected":0,"frames":0,"finished":1}' ] ||
   fail "noegl: answer was $(answer noegl)"
 echo "gl session: ok"

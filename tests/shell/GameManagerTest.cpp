@@ -162,7 +162,7 @@ TEST_F(GameManagerServicesTest, InitializeBringsUpTheServicesAndDestroyTakesThem
   EXPECT_NE(nullptr, GLTextureManager::instance_);
   EXPECT_NE(nullptr, manager.GetLogging());
   EXPECT_NE(nullptr, RenderStateStack::GetColorContainer());
-  EXPECT_EQ(0, XFontManager::sInstance().isInitialized());  // 3D is off
+  EXPECT_EQ(0, XFontManager::sInstance().mFontCount);  // 3D is off: no font loaded
   int seconds = 0;
   EXPECT_TRUE(CameraConfig::sInstance().getProperty_Int("Recorder.MaxSeconds", seconds));
 
@@ -178,7 +178,7 @@ TEST_F(GameManagerServicesTest, WithOpenGLTheFontManagerIsInitialisedAndDeleted)
   ZvWidgetInstance::SetIsUseOgl(1);
   GameManager manager;
   manager.Initialize();
-  EXPECT_EQ(1, XFontManager::sInstance().isInitialized());
+  EXPECT_EQ(4, XFontManager::sInstance().mFontCount) << "the four system fonts were tried";
   manager.Destroy();
   EXPECT_EQ(nullptr, XFontManager::instance_);
 }

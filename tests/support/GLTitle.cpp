@@ -10,7 +10,9 @@
 #include "Canvas/VT/ZvCanvasFactory.h"
 #include "RenderSystem/GLTexture.h"
 #include "RenderSystem/GLTextureManager.h"
+#include "RenderSystem/AnimatedModel2DRender.h"
 #include "RenderSystem/RenderStateStack.h"
+#include "RenderSystem/XFontManager.h"
 #include "SolvaOpenGLConfig.h"
 #include "support/GLQuad.h"
 
@@ -33,7 +35,7 @@ const int kTileSize = 64;
 const int kStripHeight = 24;
 
 int TileX(int tile) { return 16 + (tile % 5) * 92; }
-int TileY(int tile) { return 40 + (tile / 5) * 76; }
+int TileY(int tile) { return 32 + (tile / 5) * 72; }
 
 // The tile under a screen point, or -1.
 int TileAt(int x, int y) {
@@ -98,6 +100,22 @@ void TextureScene::Render() {
       zvtest::DrawTexturedQuad(mTextures[tile]->mTextureID, TileX(tile), TileY(tile), kTileSize, kTileSize);
   }
   DrawFrame(selected);
+  DrawCaption();
+}
+
+// The chosen tile's name in the baked fonts (res/Font/, made by fontbake), white
+// and yellow on the GL's colour, each string one draw through the batch renderer.
+void TextureScene::DrawCaption() {
+  XFontManager& fonts = XFontManager::sInstance();
+  char caption[64];
+  snprintf(caption, sizeof caption, "%d: %s, %u x %u", selected, kTextureNames[selected],
+           mTextures[selected] != 0 ? mTextures[selected]->mWidth : 0u,
+           mTextures[selected] != 0 ? mTextures[selected]->mHeight : 0u);
+  glColor4x(kOne, kOne, kOne, kOne);
+  fonts.drawString(0, 16, 247, caption, false);
+  glColor4x(kOne, kOne, 0x6000, kOne);
+  fonts.drawStringRight(1, 464, 247, "baked text");
+  glColor4x(kOne, kOne, kOne, kOne);
 }
 
 // A yellow frame round a tile, drawn flat and opaque; the guard puts texturing,
@@ -126,7 +144,9 @@ void TitleState::ExitState() {
 }
 
 void TitleManager::Initialize() {
-  GameManager::Initialize();
+  GameManager::Initialize();  // with 3D on, loads the fonts
+  // Text draws through the batch renderer, made once the GL context is up.
+  if (ZvWidgetInstance::GetIsUseOgl()) AnimatedModel2DRender::sCreate();
   mFactory = new ZvCanvasFactory();
   mOglLayer = mFactory->CreateOglLayer(0, 0, 480, 272);
   mStrip = mFactory->CreateRGBALayer(0, 0, 480, 272);
@@ -155,6 +175,8 @@ void TitleManager::Destroy() {
   delete mOglLayer;
   delete mRender;
   delete mFactory;
+  delete AnimatedModel2DRender::instance_;
+  AnimatedModel2DRender::instance_ = nullptr;
   GameManager::Destroy();
   delete mState;
   mState = nullptr;
@@ -210,6 +232,9 @@ void TitleInstance::OnPreExit() {
     root["3d"] = mConfig != 0 ? 1 : 0;
     root["textures"] = scene->loaded;
     root["textureBytes"] = int(gxGetTextureManager()->mTextureBytes);
+    int fonts = 0;
+    for (GLTexture* sheet : XFontManager::sInstance().mFontTextures) fonts += sheet != 0 ? 1 : 0;
+    root["fonts"] = fonts;
     root["selected"] = scene->selected;
     root["frames"] = scene->frames;
     root["finished"] = manager.IsGameFinished();

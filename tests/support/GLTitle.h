@@ -3,7 +3,8 @@
 // Enter, loads a texture of every device format (raw, 16- and 256-entry palettes,
 // A8R8G8B8, TGA) from res/tex/ through the texture manager, and draws them as
 // textured quads with the fixed-point profile, a frame round the chosen one (the
-// arrows and taps choose), under a canvas strip across the top. "back" (button 5)
+// arrows and taps choose), the chosen one's name below in two fonts baked from
+// DejaVu (res/Font/), under a canvas strip across the top. "back" (button 5)
 // ends it; on exit it answers with what it loaded and chose.
 #include <string>
 #include <vector>
@@ -37,6 +38,7 @@ class TextureScene : public IScene {
 
  private:
   void DrawFrame(int tile);
+  void DrawCaption();
   std::vector<GLTexture*> mTextures;
 };
 
