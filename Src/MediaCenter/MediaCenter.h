@@ -181,9 +181,6 @@ class MediaCenter {
   // Reads the index file into `list`; with `raiseMaxima` each number read raises
   // the type's maximum at once.
   EIndexRead ParseResInfoBin(EResType resType, ResInfoList& list, bool raiseMaxima);
-  // The folder of a type's index, check file and resid.bin.
-  std::string IndexDirectory(EResType type) const;
-  std::string CheckFileName(EResType type) const;
   // Raises the highest numbers to those of the resid.bin at `path`; never lowers.
   void RaiseMaxResIdsFrom(const std::string& path);
   // ScaleBuffer of an RGB picture that has no row past its last.
