@@ -52,15 +52,7 @@ class BatchTest : public testing::Test {
   void SetUp() override {
     ASSERT_TRUE(gl.ok()) << gl.error();
     AnimatedModel2DRender::sCreate();
-    // The screen as the widget's start-up sets it, every texel drawn as it is.
-    glViewport(0, 0, 480, 272);
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    glOrthox(0, 480 << 16, 272 << 16, 0, -(1 << 16), 1 << 16);
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
-    glDisable(GL_BLEND);
-    glTexEnvx(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
+    zvtest::UseScreenProjection(GL_REPLACE);  // every texel drawn as it is
     Clear();
     zvtest::GLCalls().Reset();
   }

@@ -114,14 +114,7 @@ class AnimatedModel2DPixelsTest : public testing::Test {
     AnimatedModel2DRender::sCreate();
     AnimatedSpriteDataManager::sCreate();
     RenderStateStack::initialize();
-    glViewport(0, 0, 480, 272);
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    glOrthox(0, 480 << 16, 272 << 16, 0, -(1 << 16), 1 << 16);
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
-    glDisable(GL_BLEND);
-    glTexEnvx(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+    zvtest::UseScreenProjection(GL_MODULATE);
     spritetest::ClearScreen();
   }
   void TearDown() override {

@@ -55,12 +55,7 @@ void GLContext::Swap() const {
   eglSwapBuffers(static_cast<EGLDisplay>(mConfig->eglDisplay), static_cast<EGLSurface>(mConfig->eglSurface));
 }
 
-void DrawTexture(unsigned textureID, int x, int y, int width, int height) {
-  DrawTextureRegion(textureID, x, y, width, height, 0.0f, 0.0f, 1.0f, 1.0f);
-}
-
-void DrawTextureRegion(unsigned textureID, int x, int y, int width, int height, float s0, float t0, float s1,
-                       float t1) {
+void UseScreenProjection(int textureEnvMode) {
   glViewport(0, 0, 480, kScreenHeight);
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
@@ -68,8 +63,17 @@ void DrawTextureRegion(unsigned textureID, int x, int y, int width, int height, 
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
   glDisable(GL_BLEND);
+  glTexEnvx(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, textureEnvMode);
+}
+
+void DrawTexture(unsigned textureID, int x, int y, int width, int height) {
+  DrawTextureRegion(textureID, x, y, width, height, 0.0f, 0.0f, 1.0f, 1.0f);
+}
+
+void DrawTextureRegion(unsigned textureID, int x, int y, int width, int height, float s0, float t0, float s1,
+                       float t1) {
+  UseScreenProjection(GL_REPLACE);
   glEnable(GL_TEXTURE_2D);
-  glTexEnvx(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
   DrawTexturedQuad(textureID, x, y, width, height, s0, t0, s1, t1);
 }
 

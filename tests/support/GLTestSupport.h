@@ -43,6 +43,11 @@ class GLContext {
   std::string mError;
 };
 
+// The screen as the widget's start-up sets it (480 x 272, y down, in 16.16),
+// blending off and the texture environment `textureEnvMode` (GL_REPLACE draws
+// every texel as it is, GL_MODULATE lets vertex colours tint it).
+void UseScreenProjection(int textureEnvMode);
+
 // Draws the texture `textureID` as a quad at (x, y) of the screen (from the top
 // left), width x height pixels, with GL_FIXED vertex and texture-coordinate arrays.
 // It sets the state it needs and leaves it so: the screen's projection (as

@@ -89,14 +89,7 @@ class TextTest : public testing::Test {
     GLTextureManager::sCreate();
     AnimatedModel2DRender::sCreate();
     XFontManager::sCreate();
-    glViewport(0, 0, 480, 272);
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    glOrthox(0, 480 << 16, 272 << 16, 0, -(1 << 16), 1 << 16);
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
-    glDisable(GL_BLEND);
-    glTexEnvx(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
+    zvtest::UseScreenProjection(GL_REPLACE);
     glClearColorx(0, 0, 0, 1 << 16);
     glClear(GL_COLOR_BUFFER_BIT);
   }
