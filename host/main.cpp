@@ -2,8 +2,10 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 
 #include "Monkey.h"
+#include "ParseCommandLine.h"
 #include "Simulator.h"
 
 int main(int argc, char** argv) {
@@ -44,16 +46,7 @@ int main(int argc, char** argv) {
                "after the session, check that the title ended cleanly, its answer is JSON and the gallery is sound");
   app.set_version_flag("--version", "solva-sim " ZV_VERSION);
 
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::CallForHelp& help) {
-    return app.exit(help);
-  } catch (const CLI::CallForVersion& version) {
-    return app.exit(version);
-  } catch (const CLI::ParseError& error) {
-    app.exit(error);
-    return 2;
-  }
+  if (std::optional<int> status = ParseCommandLine(app, argc, argv)) return *status;
 
   if (!monkey.empty()) {
     std::string error;

@@ -1,9 +1,11 @@
 // fontbake: bakes a TrueType or OpenType font at one pixel size into a bitmap font
 // of the framework: the glyph table OUT.bin and the glyph sheet OUT.udi.
 #include <CLI/CLI.hpp>
+#include <optional>
 #include <string>
 
 #include "FontBaker.h"
+#include "ParseCommandLine.h"
 
 int main(int argc, char** argv) {
   CLI::App app{
@@ -23,14 +25,7 @@ int main(int argc, char** argv) {
   app.add_option("--spacing", options.spacing, "pixels added to every character's advance")
       ->check(CLI::Range(0, 255))
       ->capture_default_str();
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::CallForHelp& help) {
-    return app.exit(help);
-  } catch (const CLI::ParseError& error) {
-    app.exit(error);
-    return 2;
-  }
+  if (std::optional<int> status = ParseCommandLine(app, argc, argv)) return *status;
   std::string error;
   if (!ParseCodes(codes, options.codes, error)) {
     fprintf(stderr, "fontbake: %s\n", error.c_str());

@@ -2,8 +2,10 @@
 // media store's own code.
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <optional>
 
 #include "Gallery.h"
+#include "ParseCommandLine.h"
 
 namespace {
 
@@ -100,16 +102,7 @@ int main(int argc, char** argv) {
   CLI::App* repair = app.add_subcommand(
       "repair", "the store's own recovery, as the next start of a title makes it; then a check");
   app.require_subcommand(1, 1);
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::CallForHelp& help) {
-    return app.exit(help);
-  } catch (const CLI::CallForVersion& version) {
-    return app.exit(version);
-  } catch (const CLI::ParseError& error) {
-    app.exit(error);
-    return 2;
-  }
+  if (std::optional<int> status = ParseCommandLine(app, argc, argv)) return *status;
 
   std::string root, error;
   if (!gallery::FindDeviceRoot(options.root, &root, &error)) {

@@ -2,7 +2,9 @@
 // the files the framework reads (".anim", ".tal", UDI pages, the sprite list).
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <optional>
 
+#include "ParseCommandLine.h"
 #include "SpriteBuilder.h"
 
 int main(int argc, char** argv) {
@@ -16,14 +18,7 @@ int main(int argc, char** argv) {
   app.add_option("--page-size", options.pageSize, "side of a page in pixels, a power of two from 16 to 4096")
       ->capture_default_str();
 
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::CallForHelp& help) {
-    return app.exit(help);
-  } catch (const CLI::ParseError& error) {
-    app.exit(error);
-    return 2;
-  }
+  if (std::optional<int> status = ParseCommandLine(app, argc, argv)) return *status;
 
   spritebuilder::Report report;
   std::string error;

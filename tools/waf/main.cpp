@@ -1,10 +1,12 @@
 // waf: makes and inspects WAF archives, the framework's container of files
 // compressed in 64 KiB blocks.
 #include <CLI/CLI.hpp>
+#include <optional>
 #include <string>
 
 #include "Inspect.h"
 #include "Pack.h"
+#include "ParseCommandLine.h"
 
 int main(int argc, char** argv) {
   CLI::App app{
@@ -35,14 +37,7 @@ int main(int argc, char** argv) {
   CLI::App* check = reading("check", "check that every block inflates and every size agrees; "
                                      "exit status 1 and the first fault otherwise");
 
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::CallForHelp& help) {
-    return app.exit(help);
-  } catch (const CLI::ParseError& error) {
-    app.exit(error);
-    return 2;
-  }
+  if (std::optional<int> status = ParseCommandLine(app, argc, argv)) return *status;
 
   if (pack->parsed()) return Pack(out, folder);
   if (list->parsed()) return List(archive, offset);
