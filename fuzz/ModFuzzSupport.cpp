@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "ConfigSystem/CameraConfig.h"
+#include "FuzzSupport.h"
 #include "MediaCenter/MicroMods.h"
 #include "solva/Device.h"
 #include "solva/Downloads.h"
@@ -21,13 +22,11 @@ const char kConfig[] =
 
 struct Device {
   Device() {
-    char root[] = "/tmp/fuzz-mods-XXXXXX";
-    if (mkdtemp(root) == nullptr) abort();
-    solva::SetDeviceRoot(root);
+    const std::string base = ScratchFolder() + "mods";
+    if (!solva::SetDeviceRoot(base)) abort();
     // The marks are written at every input: forcing them to the disk is not
     // what is fuzzed, and would slow every other program on the machine.
     solva::SetSyncWrites(false);
-    const std::string base = root;
     std::ofstream(base + "/CamCfg.xml") << kConfig;
     CameraConfig::sCreate();
     if (!CameraConfig::sInstance().load((base + "/CamCfg.xml").c_str())) abort();

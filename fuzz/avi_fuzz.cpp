@@ -24,8 +24,7 @@ namespace {
 class Gallery : public GameManager {
  public:
   Gallery() {
-    char pattern[] = "/tmp/zvfuzz-avi-XXXXXX";
-    mRoot = std::string(mkdtemp(pattern)) + "/";
+    mRoot = fuzz::ScratchFolder() + "avi/";
     solva::ResetDevice();
     solva::SetDeviceRoot(mRoot);
     solva::SetFreeBytes(1000000000);

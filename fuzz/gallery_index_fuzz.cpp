@@ -25,9 +25,7 @@ class FuzzGame : public GameManager {
 
 FuzzGame& Game() {
   static FuzzGame* game = [] {
-    char root[] = "/tmp/fuzz-gallery-XXXXXX";
-    if (mkdtemp(root) == nullptr) abort();
-    solva::SetDeviceRoot(root);
+    solva::SetDeviceRoot(fuzz::ScratchFolder() + "gallery");
     return new FuzzGame();
   }();
   return *game;

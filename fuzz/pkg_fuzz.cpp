@@ -32,7 +32,7 @@ class PkgTitle : public ZvWidgetInstance {
 
 struct Title {
   Title() {
-    const std::string folder = "/tmp/zvfuzz-pkg-" + std::to_string(getpid());
+    const std::string folder = fuzz::ScratchFolder() + "pkg";
     mkdir(folder.c_str(), 0755);
     mkdir((folder + "/res").c_str(), 0755);
     mkdir((folder + "/res/UI").c_str(), 0755);

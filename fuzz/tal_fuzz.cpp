@@ -17,7 +17,7 @@ void Put32(FILE* file, uint32_t v) { fwrite(&v, 4, 1, file); }
 
 // A title folder of its own with sprite "fz": one animation, atlas layer "base".
 void MakeTitleFolder() {
-  const std::string root = "/tmp/zvfuzz-tal-" + std::to_string(getpid());
+  const std::string root = fuzz::ScratchFolder() + "tal";
   for (const char* sub : {"", "/res", "/res/AnimatedSprites", "/res/AnimatedSprites/fz"}) {
     mkdir((root + sub).c_str(), 0755);
   }
