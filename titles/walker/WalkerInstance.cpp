@@ -54,6 +54,7 @@ void WalkerInstance::OnPreExit() {
     root["toggles"] = state->panel()->toggles();
     root["effects"] = (field.IsEffectOn(eEffect_Blend) ? 1 : 0) | (field.IsEffectOn(eEffect_Trail) ? 2 : 0) |
                       (field.IsEffectOn(eEffect_Glow) ? 4 : 0);
+    root["finished"] = manager.IsGameFinished();
   }
   manager.Destroy();
   delete WalkerManager::instance_;
