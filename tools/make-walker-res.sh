@@ -4,15 +4,15 @@
 # from DejaVu with fontbake, the WAF archive with `waf pack`, and the sound
 # project with its sounds. The art itself is drawn by tools/make-walker-art.py.
 #
-#   tools/make-walker-res.sh [BUILD_DIR [OUT]]
+#   tools/make-walker-res.sh [BUILD_DIR [OUT [ART]]]
 #
 # BUILD_DIR defaults to build/default (where the tools are built), OUT to
-# titles/walker/res, which is replaced whole.
+# titles/walker/res, which is replaced whole, ART to titles/walker/art.
 set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 build=${1:-$here/build/default}
 out=${2:-$here/titles/walker/res}
-art=$here/titles/walker/art
+art=${3:-$here/titles/walker/art}
 dejavu=/usr/share/fonts/truetype/dejavu
 for tool in sprite-builder/sprite-builder fontbake/fontbake waf/waf; do
   [ -x "$build/tools/$tool" ] || { echo "make-walker-res: no $build/tools/$tool; build the tools first" >&2; exit 2; }

@@ -80,6 +80,10 @@ SCRIPT
 [ "$(answer arrows)" = '{"3d":1,"sprites":1,"background":1,"tuneKits":0,"x":288,"y":102,"facing":4,"walking":0,"steps":4,"toggles":0,"effects":0,"finished":1}' ] ||
   fail "arrows: answer was $(answer arrows)"
 
+# The window test's reference, made headless by the same steps.
+run window --params '{}' < "$SOURCE_DIR/tests/e2e/walker_window.script"
+shot window ww-window.png
+
 # Without its archive the title says so and walks on a bare field.
 cp -r "$TITLE" "$work/noarchive-title"
 rm "$work/noarchive-title/res/walker.waf"
