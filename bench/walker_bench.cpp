@@ -6,45 +6,24 @@
 // llvmpipe works in threads of its own: the runs report wall time and the CPU
 // time of the whole process.
 #include <benchmark/benchmark.h>
-#include <unistd.h>
-
-#include <cstdlib>
-#include <string>
 
 #include "FieldScene.h"
 #include "PanelScene.h"
+#include "TitleBench.h"
 #include "WalkerInstance.h"
 #include "WalkerManager.h"
 #include "WalkerState.h"
 #include "solva/Audio.h"
 #include "solva/Clock.h"
-#include "solva/Device.h"
-#include "solva/Display.h"
 #include "solva/Events.h"
 
 namespace {
 
-// A fresh device under a temporary root, the title's staged folder.
-struct Device {
-  Device() {
-    char pattern[] = "/tmp/zvbench-XXXXXX";
-    root = mkdtemp(pattern) ? pattern : "/tmp";
-    char here[4096] = {0};
-    start = getcwd(here, sizeof here) ? here : ".";
-    solva::ResetDevice();
-    solva::SetDeviceRoot(root);
-    solva::SetTitlePath(ZV_WALKER_DIR);
-    solva::SetClockMode(solva::ClockMode::Virtual, 1000000);
-    solva::SetDisplayBackend("headless");
-  }
-  ~Device() {
-    if (chdir(start.c_str()) != 0) abort();
-    solva::ResetDevice();
-    solva::SetClockMode(solva::ClockMode::Real);
-    const std::string remove = "rm -rf '" + root + "'";
-    if (system(remove.c_str()) != 0) abort();
-  }
-  std::string root, start;
+using titlebench::Quiet;
+
+// A fresh device with the title's staged folder.
+struct Device : titlebench::Device {
+  Device() : titlebench::Device(ZV_WALKER_DIR) {}
 };
 
 void Frame(walker::WalkerInstance& app) {
@@ -57,20 +36,6 @@ void Frame(walker::WalkerInstance& app) {
 void Frames(walker::WalkerInstance& app, int count) {
   for (int i = 0; i < count; ++i) Frame(app);
 }
-
-// The title's chatter would be measured with it; it goes to /dev/null here.
-struct Quiet {
-  Quiet() : saved(dup(1)) {
-    fflush(stdout);
-    if (freopen("/dev/null", "w", stdout) == nullptr) abort();
-  }
-  ~Quiet() {
-    fflush(stdout);
-    dup2(saved, 1);
-    close(saved);
-  }
-  int saved;
-};
 
 void BM_StartUpToFirstDrawnFrame(benchmark::State& state) {
   Quiet quiet;
