@@ -69,7 +69,8 @@ case "$(answer upright)" in
 esac
 
 # Arrows send the walker a stride; up then right ends 48 pixels up and right.
-run arrows --params '{}' <<'SCRIPT'
+# No button is pressed: what the speaker hears is the footsteps alone.
+run arrows --params '{}' --speaker "$work/arrows-speaker.wav" <<'SCRIPT'
 frames 3
 click up
 wait 1
@@ -79,6 +80,8 @@ click back
 SCRIPT
 [ "$(answer arrows)" = '{"3d":1,"sprites":1,"background":1,"tuneKits":0,"x":288,"y":102,"facing":4,"walking":0,"steps":4,"toggles":0,"effects":0,"finished":1}' ] ||
   fail "arrows: answer was $(answer arrows)"
+peak=$(sox "$work/arrows-speaker.wav" -n stat 2>&1 | awk '/Maximum amplitude/ { print $3 }')
+between "$peak" 0.05 1 || fail "arrows: no footstep reached the speaker (peak $peak)"
 
 # The window test's reference, made headless by the same steps.
 run window --params '{}' < "$SOURCE_DIR/tests/e2e/walker_window.script"

@@ -20,7 +20,6 @@ namespace walker {
 
 namespace {
 const int kFootstepEvent = 1;  // the walk animation's event on each foot that lands
-const float kFeet = 20.0f;     // from the walker's centre down to where it stands
 }  // namespace
 
 void FieldScene::EnterScene() {
@@ -51,9 +50,8 @@ GLTexture* FieldScene::LoadBackground() {
     return nullptr;
   }
   std::string name = "walker/Background";
-  GLTexture* texture = gxGetTextureManager()->LoadTexture(image.pixels, unsigned(image.width),
-                                                          unsigned(image.height), unsigned(image.bitsPerPixel),
-                                                          name, nullptr);
+  GLTexture* texture = gxGetTextureManager()->LoadTexture(image.pixels, unsigned(image.width), unsigned(image.height),
+                                                          unsigned(image.bitsPerPixel), name, nullptr);
   UnloadBMPData(&image);
   return texture;
 }
@@ -66,12 +64,16 @@ void FieldScene::ExitScene() {
 }
 
 void FieldScene::WalkTo(float x, float y) {
+  if (!mLoaded) return;
   mTargetX = x;
   mTargetY = y - kFeet;
-  if (mTargetX != mWalker.mPosition.x) mWalker.changeDirection(mTargetX < mWalker.mPosition.x ? eFacing_Left : eFacing_Right);
+  if (mTargetX != mWalker.mPosition.x)
+    mWalker.changeDirection(mTargetX < mWalker.mPosition.x ? eFacing_Left : eFacing_Right);
   if (!mWalking) mWalker.startAnimationByName("walk");
   mWalking = true;
 }
+
+void FieldScene::WalkBy(float dx, float dy) { WalkTo(x() + dx, y() + kFeet + dy); }
 
 void FieldScene::Update(float dt) {
   if (!mLoaded) return;
@@ -140,8 +142,7 @@ void FieldScene::SetEffect(EEffect effect, bool on) {
       }
       mWalker.mEadgeOn = on;
       break;
-    default:
-      break;
+    default: break;
   }
 }
 

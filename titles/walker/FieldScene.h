@@ -25,8 +25,13 @@ class FieldScene : public IScene, public AnimationPlaybackEventHandler {
   void Render() override;
   void OnAnimationPlaybackEvent(int code, AnimationTrack* track) override;
 
+  // From the walker's centre down to its feet, which stand where it was sent.
+  static constexpr float kFeet = 20.0f;
+
   // Sets off toward a point of the screen.
   void WalkTo(float x, float y);
+  // Sets off that far from where it stands.
+  void WalkBy(float dx, float dy);
   void SetEffect(EEffect effect, bool on);
   bool IsEffectOn(EEffect effect) const;
 

@@ -46,7 +46,7 @@ void PanelScene::Update(float) {
   const int dx[4] = {0, 0, kStride, -kStride}, dy[4] = {-kStride, kStride, 0, 0};
   for (int button = 0; button < 4; ++button) {
     if (input.mButtonState[button] == InputManager::eBS_JustPressed)
-      mField.WalkTo(mField.x() + float(dx[button]), mField.y() + 20.0f + float(dy[button]));
+      mField.WalkBy(float(dx[button]), float(dy[button]));
   }
 }
 
