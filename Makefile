@@ -26,6 +26,7 @@ test: build
 # to do, and nothing when not.
 TITLE ?= recorder
 run: configure
+	@[ -x scripts/run-$(TITLE) ] || { echo "make run: no title $(TITLE); TITLE=recorder (the default) or walker"; exit 2; }
 	@scripts/quiet-build $(PRESET) $(JOBS)
 	@scripts/run-$(TITLE) $(BUILD_DIR)
 

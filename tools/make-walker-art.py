@@ -95,9 +95,11 @@ def marker(size):
 
 
 def background():
-    """The field, 240 x 136 (drawn twice the size): sky, hills, grass with stripes."""
+    """The field, 240 x 136 (drawn twice the size): sky, hills, grass with stripes,
+    in the top-left corner of a 256 x 256 picture, as textures on the device are
+    a power of two a side."""
     w, h = 240, 136
-    img = canvas(w, h)
+    img = canvas(256, 256)
     for y in range(h):
         for x in range(w):
             hill = 70 + int(10 * math.sin(x / 23.0)) + int(5 * math.sin(x / 7.0 + 1))

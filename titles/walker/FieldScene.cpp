@@ -98,7 +98,9 @@ void FieldScene::Render() {
   if (!ZvWidgetInstance::GetIsUseOgl()) return;
   glClearColorx(0x4000, 0x8000, 0x4000, 1 << 16);
   glClear(GL_COLOR_BUFFER_BIT);
-  if (mBackground != nullptr) DrawTexture(mBackground->mTextureID, 0, 0, 480, 272);
+  // The field is 240 x 136 texels at the top left of its texture, drawn twice the size.
+  if (mBackground != nullptr)
+    DrawTexture(mBackground->mTextureID, 240.0f / mBackground->mWidth, 136.0f / mBackground->mHeight, 0, 0, 480, 272);
   if (!mLoaded) return;
   if (mWalking) {
     mMarker.mPosition = {mTargetX, mTargetY + kFeet, 0.0f};

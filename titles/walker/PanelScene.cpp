@@ -27,7 +27,7 @@ PanelScene::Rect PanelScene::ButtonRect(EEffect effect) const {
 
 void PanelScene::Update(float) {
   InputManager& input = InputManager::sInstance();
-  mUpright = input.mOrientation == 1 || input.mOrientation == 3;
+  mUpright = input.mOrientation == eOS_Vertical || input.mOrientation == eOS_VerticalUpsideDown;
   if (input.mButtonState[5] == InputManager::eBS_JustPressed) {
     WalkerManager::sInstance().SetGameFinished(1);
     return;
