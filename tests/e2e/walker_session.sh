@@ -10,6 +10,10 @@ set -euo pipefail
 source "$(dirname "$0")/common.bash"
 TITLE="$STAGE_DIR/walker"
 
+# The plug-in exports CreateApp and nothing else.
+exports=$(nm -D --defined-only "$TITLE/libWalker.so" | awk '{ print $3 }')
+[ "$exports" = CreateApp ] || fail "libWalker.so exports: $exports"
+
 # Held flat: a walk to the right, the three effects, a walk back to the left.
 run flat --params '{}' --speaker "$work/flat-speaker.wav" <<'SCRIPT'
 frames 3              # the third frame is the first that draws
