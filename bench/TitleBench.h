@@ -1,7 +1,8 @@
 #pragma once
 // What the benchmarks of whole titles share: a fresh device on the virtual clock
-// under a temporary root, with the title's folder, and standard output silenced
-// while the title's chatter would be measured with it.
+// under a temporary root, with the title's folder, standard output silenced
+// while the title's chatter would be measured with it, and the start-up run.
+#include <benchmark/benchmark.h>
 #include <stdio.h>
 #include <unistd.h>
 
@@ -48,5 +49,25 @@ struct Quiet {
   }
   int saved;
 };
+
+// Start-up from Enter to the first drawn frame, each time on a fresh device: the
+// title's `Device` and application `App`, run by `frames(app, count)`.
+template <class TitleDevice, class App>
+void StartUpToFirstDrawnFrame(benchmark::State& state, void (*frames)(App&, int)) {
+  Quiet quiet;
+  for (auto _ : state) {
+    state.PauseTiming();
+    {
+      TitleDevice device;
+      App app(nullptr);
+      state.ResumeTiming();
+      app.Enter();
+      frames(app, 3);  // the third frame is the first that draws
+      state.PauseTiming();
+      app.Exit();
+    }
+    state.ResumeTiming();
+  }
+}
 
 }  // namespace titlebench

@@ -59,20 +59,7 @@ void Tap(ZvMicrophoneWidgetInstance& app, int x, int y) {
 using titlebench::Quiet;
 
 void BM_StartUpToFirstDrawnFrame(benchmark::State& state) {
-  Quiet quiet;
-  for (auto _ : state) {
-    state.PauseTiming();
-    {
-      Device device;
-      ZvMicrophoneWidgetInstance app(nullptr);
-      state.ResumeTiming();
-      app.Enter();
-      Frames(app, 3);  // the third frame is the first that draws
-      state.PauseTiming();
-      app.Exit();
-    }
-    state.ResumeTiming();
-  }
+  titlebench::StartUpToFirstDrawnFrame<Device, ZvMicrophoneWidgetInstance>(state, Frames);
 }
 BENCHMARK(BM_StartUpToFirstDrawnFrame)->Unit(benchmark::kMillisecond);
 

@@ -38,20 +38,7 @@ void Frames(walker::WalkerInstance& app, int count) {
 }
 
 void BM_StartUpToFirstDrawnFrame(benchmark::State& state) {
-  Quiet quiet;
-  for (auto _ : state) {
-    state.PauseTiming();
-    {
-      Device device;
-      walker::WalkerInstance app(nullptr);
-      state.ResumeTiming();
-      app.Enter();
-      Frames(app, 3);  // the third frame is the first that draws
-      state.PauseTiming();
-      app.Exit();
-    }
-    state.ResumeTiming();
-  }
+  titlebench::StartUpToFirstDrawnFrame<Device, walker::WalkerInstance>(state, Frames);
 }
 BENCHMARK(BM_StartUpToFirstDrawnFrame)->MeasureProcessCPUTime()->UseRealTime()->Unit(benchmark::kMillisecond);
 
