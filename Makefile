@@ -21,11 +21,14 @@ build: configure
 test: build
 	@ctest --preset $(PRESET) -j $(JOBS)
 
-# The recorder: in a window where there is a display, else the headless demo. The
-# build says one line when it has something to do, and nothing when not.
+# The recorder (or TITLE=walker, the second title): in a window where there is a
+# display, else the headless demo. The build says one line when it has something
+# to do, and nothing when not.
+TITLE ?= recorder
 run: configure
+	@[ -x scripts/run-$(TITLE) ] || { echo "make run: no title $(TITLE); TITLE=recorder (the default) or walker"; exit 2; }
 	@scripts/quiet-build $(PRESET) $(JOBS)
-	@scripts/run-recorder $(BUILD_DIR)
+	@scripts/run-$(TITLE) $(BUILD_DIR)
 
 bench: PRESET = default
 bench: build

@@ -2,48 +2,29 @@
 // resources: start-up from Enter to the first drawn frame, and one frame (update
 // and render) while recording and while playing.
 #include <benchmark/benchmark.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cstdlib>
-#include <string>
 
 #include "RenderSystem/XFontManager.h"
+#include "TitleBench.h"
 #include "VT/ZvMicrophoneWidgetInstance.h"
 #include "solva/Audio.h"
 #include "solva/Capture.h"
 #include "solva/Clock.h"
 #include "solva/Device.h"
-#include "solva/Display.h"
 #include "solva/Events.h"
 
 namespace {
 
-// A fresh device under a temporary root, the title's folder at the sources.
-struct Device {
-  Device() {
-    char pattern[] = "/tmp/zvbench-XXXXXX";
-    root = mkdtemp(pattern) ? pattern : "/tmp";
-    char here[4096] = {0};
-    start = getcwd(here, sizeof here) ? here : ".";
-    solva::ResetDevice();
-    solva::SetDeviceRoot(root);
-    solva::SetTitlePath(ZV_SOURCE_DIR);
-    solva::SetClockMode(solva::ClockMode::Virtual, 1000000);
+// The recorder's device: its folder at the sources, room on the disk, a tone as
+// the microphone.
+struct Device : titlebench::Device {
+  Device() : titlebench::Device(ZV_SOURCE_DIR) {
     solva::SetFreeBytes(1000000000);
     solva::SetMicSource(solva::MicSource::Tone);
-    solva::SetDisplayBackend("headless");
   }
   ~Device() {
     delete XFontManager::instance_;
     XFontManager::instance_ = nullptr;
-    if (chdir(start.c_str()) != 0) abort();
-    solva::ResetDevice();
-    solva::SetClockMode(solva::ClockMode::Real);
-    const std::string remove = "rm -rf '" + root + "'";
-    if (system(remove.c_str()) != 0) abort();
   }
-  std::string root, start;
 };
 
 // The title's own work in a measured frame, kept out of line so that `make profile`
@@ -75,35 +56,10 @@ void Tap(ZvMicrophoneWidgetInstance& app, int x, int y) {
   Frame(app);
 }
 
-// The title's chatter would be measured with it; it goes to /dev/null here.
-struct Quiet {
-  Quiet() : saved(dup(1)) {
-    fflush(stdout);
-    if (freopen("/dev/null", "w", stdout) == nullptr) abort();
-  }
-  ~Quiet() {
-    fflush(stdout);
-    dup2(saved, 1);
-    close(saved);
-  }
-  int saved;
-};
+using titlebench::Quiet;
 
 void BM_StartUpToFirstDrawnFrame(benchmark::State& state) {
-  Quiet quiet;
-  for (auto _ : state) {
-    state.PauseTiming();
-    {
-      Device device;
-      ZvMicrophoneWidgetInstance app(nullptr);
-      state.ResumeTiming();
-      app.Enter();
-      Frames(app, 3);  // the third frame is the first that draws
-      state.PauseTiming();
-      app.Exit();
-    }
-    state.ResumeTiming();
-  }
+  titlebench::StartUpToFirstDrawnFrame<Device, ZvMicrophoneWidgetInstance>(state, Frames);
 }
 BENCHMARK(BM_StartUpToFirstDrawnFrame)->Unit(benchmark::kMillisecond);
 

@@ -14,25 +14,12 @@ sim=$!
 wid=$(window_of $sim) || { echo "FAIL: no window"; exit 1; }
 # The title takes keys once its first screen is up (slower under the sanitizers):
 # F12 until a screenshot shows it.
-newest() { ls -t "$work/shots"/solva-*.png 2> /dev/null | head -1; }
 for i in $(seq 60); do
   xdotool key F12
   sleep 0.25
   shot=$(newest)
   [ -n "$shot" ] && "$PNGDIFF" "$SOURCE_DIR/tests/e2e/screens/g1-textures.png" "$shot" > /dev/null && break
 done
-# shoot: F12, and the path of the screenshot once it is written.
-shoot() {
-  local before count
-  before=$(ls "$work/shots"/solva-*.png 2> /dev/null | wc -l)
-  xdotool key F12
-  for i in $(seq 100); do
-    count=$(ls "$work/shots"/solva-*.png 2> /dev/null | wc -l)
-    [ "$count" -gt "$before" ] && break
-    sleep 0.1
-  done
-  newest
-}
 # Each key is pressed again until the screen shows it was taken: under the
 # sanitizers on a busy machine a frame can outlast a press, and a release and
 # the next press within one frame would be no press at all.

@@ -57,3 +57,19 @@ panel_click() {
   sleep 0.1
   xdotool click 1
 }
+
+# newest: the latest screenshot the window's F12 wrote into $work/shots.
+newest() { ls -t "$work/shots"/solva-*.png 2> /dev/null | head -1; }
+
+# shoot: F12, and the path of the screenshot once it is written.
+shoot() {
+  local before count
+  before=$(ls "$work/shots"/solva-*.png 2> /dev/null | wc -l)
+  xdotool key F12
+  for i in $(seq 100); do
+    count=$(ls "$work/shots"/solva-*.png 2> /dev/null | wc -l)
+    [ "$count" -gt "$before" ] && break
+    sleep 0.1
+  done
+  newest
+}

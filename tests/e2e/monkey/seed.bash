@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# One of CI's monkey seeds: seed.bash SEED:SECONDS [solva-sim options...]. A
+# One of CI's monkey seeds: seed.bash SEED:SECONDS [--title NAME] [solva-sim options...]. A
 # failure keeps the session's script and output in build/<preset>/monkey-failed/.
 set -euo pipefail
 : "${SOLVA_SIM:?}" "${STAGE_DIR:?}" "${SOURCE_DIR:?}" "${BUILD_DIR:?}"
@@ -8,11 +8,22 @@ shift
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 name=${seed//:/-}
-options=("$@")
-[[ " $* " == *" --params "* ]] || options+=(--params '{}')
-[[ " $* " == *" --mic "* ]] || options+=(--mic "$SOURCE_DIR/host/demo/voice-sample.wav")
+options=()
+title="$STAGE_DIR/title"
+# "--title NAME" on a seed's line names a title staged beside the recorder.
+while [ $# -gt 0 ]; do
+  if [ "$1" = --title ]; then
+    title="$STAGE_DIR/$2"
+    shift 2
+  else
+    options+=("$1")
+    shift
+  fi
+done
+[[ " ${options[*]} " == *" --params "* ]] || options+=(--params '{}')
+[[ " ${options[*]} " == *" --mic "* ]] || options+=(--mic "$SOURCE_DIR/host/demo/voice-sample.wav")
 set +e
-"$SOLVA_SIM" --title "$STAGE_DIR/title" --root "$work/device" --monkey "$seed" --record-script "$work/$name.script" \
+"$SOLVA_SIM" --title "$title" --root "$work/device" --monkey "$seed" --record-script "$work/$name.script" \
   "${options[@]}" > "$work/$name.out" 2>&1
 status=$?
 set -e
