@@ -72,4 +72,10 @@ extern const CanvasSpanOps gCanvasSpansInOrder;
 extern const CanvasSpanOps* const gCanvasSpansSSE2;
 extern const CanvasSpanOps* const gCanvasSpansAVX2;
 
+// A layer's pixel buffer, on a 64-byte boundary: rows that start on one (a full-width
+// draw, since 4 x width is a multiple of 64 for the screen's widths) are drawn
+// without vectors that straddle two cache lines. Freed by DeleteCanvasBuffer alone.
+uint8* NewCanvasBuffer(int bytes);
+void DeleteCanvasBuffer(uint8* buffer);
+
 #endif
