@@ -48,6 +48,11 @@ struct Sse2 {
     const V alpha = Shr32By24(v);
     return Or(alpha, Shl32By16(alpha));
   }
+  // Each pixel's alpha byte in both bytes of both 16-bit lanes: 257 x alpha in each.
+  static V AlphaTwice(V v) {
+    const V both = AlphaBoth(v);
+    return Or(both, _mm_slli_epi16(both, 8));
+  }
   // Each pixel's bytes 2 and 0, in that order, in the 16-bit lanes of its element.
   static V EvenSwapped(V v) { return Or(And(_mm_srli_epi32(v, 16), Set32(0xFF)), And(Shl32By16(v), Set32(0x00FF0000))); }
   // Four R, G, B pixels (reading 16 bytes) as words with a zero alpha byte: pixel k's

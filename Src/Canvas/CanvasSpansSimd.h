@@ -40,21 +40,27 @@ struct CanvasSimdSpans {
   static V ClearAlphaLimit(unsigned b) { return T::Set8(static_cast<int>(254 / b)); }
   static bool AllClear(V s, V limit) { return T::NoAlphaSet(T::SubSat8u(s, limit)); }
 
-  // The effective alpha, in both 16-bit lanes of each pixel; kFull where b is 255 and
-  // the rule makes a = s (T[s][255] = s).
+  // The blends' products: floor(c x f / 255) for bytes c and f is the high half of
+  // c x (257 f + 1), one multiplication with a factor formed once per pixel (exact for
+  // every pair; the canvas tests go through all of them). Only f = 255 has no such
+  // factor in 16 bits: 257 f + 1 wraps to 0 there, whose products are 0 and not c.
+  static V Twice(V f) { return T::Or(f, T::Shl16By8(f)); }  // 257 f
+  static V FactorOf257(V f257) { return T::Add16(f257, T::Set16(1)); }
+
+  // 257 a for the effective alpha a, in both 16-bit lanes of each pixel; kFull where b
+  // is 255 and the rule makes a = s (T[s][255] = s).
   template <ECanvasAlphaRule kRule, bool kFull>
-  static V EffectiveAlpha(V s, V b) {
+  static V EffectiveAlpha257(V s, V b257) {
+    if (kFull) return T::AlphaTwice(s);
     const V alpha = T::AlphaBoth(s);
-    if (kFull) return alpha;
-    const V product = T::MulLo16(alpha, b);
-    if (kRule == kCanvasAlphaProduct) return Div255(product);
-    return T::Shr16By8(T::Add16(product, T::Set16(1)));
+    if (kRule == kCanvasAlphaProduct) return Twice(T::MulHi16(alpha, FactorOf257(b257)));  // b < 255 here
+    return Twice(T::Shr16By8(T::Add16(T::MulLo16(alpha, T::Shr16By8(b257)), T::Set16(1))));
   }
 
   template <ECanvasAlphaRule kRule, bool kFull>
   static void BlendSwappedAs(uint8* dst, const uint8* src, int count, unsigned b) {
     const V limit = ClearAlphaLimit(b);
-    const V factor = T::Set16(static_cast<int>(b));
+    const V b257 = T::Set16(static_cast<int>(257 * b));
     int i = 0;
     for (; i + T::kPixels <= count; i += T::kPixels) {
       const V s = T::Load(src + 4 * i);
@@ -63,16 +69,21 @@ struct CanvasSimdSpans {
         T::Store(dst + 4 * i, T::SwapRB(s));
         continue;
       }
-      if (AllClear(s, limit)) continue;
+      if (kFull ? T::NoAlphaSet(s) : AllClear(s, limit)) continue;
       const V d = T::Load(dst + 4 * i);
-      const V a = EffectiveAlpha<kRule, kFull>(s, factor);
-      const V dd = Div255(T::MulLo16(T::AlphaBoth(d), T::Sub16(T::Set16(255), a)));
-      // Two products of each byte, each over 255, summed: at most dd + a, within a byte.
-      // The alpha lanes take 255 x dd and 255 x a, which come out as dd + a.
-      const V even =
-          T::Add16(Div255(T::MulLo16(Even(d), dd)), Div255(T::MulLo16(T::EvenSwapped(s), a)));
-      const V odd = T::Add16(Div255(T::MulLo16(OddOpaque(d), dd)), Div255(T::MulLo16(OddOpaque(s), a)));
-      T::Store(dst + 4 * i, T::Select(T::CmpEq16(a, T::Zero()), d, Join(even, odd)));
+      const V a257 = EffectiveAlpha257<kRule, kFull>(s, b257);
+      // dd = T[dstA][255 - a]: the factor of 255 - a is 65,536 - 257 a, in 16 bits
+      // 0 - 257 a (and 0 where a is 0, but those pixels stay as they are).
+      const V fd = FactorOf257(Twice(T::MulHi16(T::AlphaBoth(d), T::Sub16(T::Zero(), a257))));
+      const V fa = FactorOf257(a257);
+      // Two products of each byte summed: at most dd + a, within a byte. The alpha
+      // lanes take 255 x dd and 255 x a, which come out as dd + a.
+      const V even = T::Add16(T::MulHi16(Even(d), fd), T::MulHi16(T::EvenSwapped(s), fa));
+      const V odd = T::Add16(T::MulHi16(OddOpaque(d), fd), T::MulHi16(OddOpaque(s), fa));
+      V blended = T::Select(T::CmpEq16(a257, T::Zero()), d, Join(even, odd));
+      // a = 255, which has no factor, is the source itself.
+      if (kFull) blended = T::Select(T::CmpEq16(a257, T::Set16(-1)), T::SwapRB(s), blended);
+      T::Store(dst + 4 * i, blended);
     }
     gCanvasSpansPortable.blendSwapped(dst + 4 * i, src + 4 * i, count - i, b, kRule);
   }
@@ -91,7 +102,7 @@ struct CanvasSimdSpans {
   template <bool kFull>
   static void BlendDividedAs(uint8* dst, const uint8* src, int count, unsigned b) {
     const V limit = ClearAlphaLimit(b);
-    const V factor = T::Set16(static_cast<int>(b));
+    const V b257 = T::Set16(static_cast<int>(257 * b));
     int i = 0;
     for (; i + T::kPixels <= count; i += T::kPixels) {
       const V s = T::Load(src + 4 * i);
@@ -101,7 +112,7 @@ struct CanvasSimdSpans {
       }
       if (AllClear(s, limit)) continue;
       const V d = T::Load(dst + 4 * i);
-      const V a = EffectiveAlpha<kCanvasAlphaProduct, kFull>(s, factor);
+      const V a = kFull ? T::AlphaBoth(s) : T::MulHi16(T::AlphaBoth(s), FactorOf257(b257));
       const V dd = Div255(T::MulLo16(T::AlphaBoth(d), T::Sub16(T::Set16(255), a)));
       // One division of the two products' sum, which stays within 255 x 255 as a + dd
       // does within 255; the alpha lanes give (255 a + 255 dd) / 255.
