@@ -6,13 +6,15 @@
 // any machine, SSE2 (every x86-64 has it) and AVX2, and the widest one this machine
 // runs is taken.
 //
-// None of them reads gColorBlendTable: its entry floor(i x j / 255) is worked out as
-// floor(x / 255) of the product x = i x j, by forms that are exact for every x up to
-// 255 x 255 (the canvas tests go through all of them):
-//   portable, four channels at once in the 16-bit lanes of a 64-bit word:
-//     (x + 1 + (x >> 8)) >> 8
-//   SSE2 and AVX2, 8 or 16 lanes at once: the high half of x x 0x8081, shifted by 7
-//     (x x 0x8081 >> 23).
+// None of them reads gColorBlendTable: its entry floor(i x j / 255) is worked out by
+// forms that are exact for every pair of bytes (the canvas tests go through all of
+// them):
+//   portable, four channels at once in the 16-bit lanes of a 64-bit word, from the
+//     product x = i x j: (x + 1 + (x >> 8)) >> 8;
+//   SSE2 and AVX2, 8 or 16 lanes at once: in the blends, the high half of
+//     i x (257 j + 1), the factor 257 j + 1 formed once per pixel (it has no room in
+//     16 bits for j = 255, which those blends take apart); elsewhere, and for the
+//     portable layer's sum of two products, x x 0x8081 >> 23.
 // A channel's product with 255 is the channel itself (T[255][j] = j), which is how the
 // alpha byte rides along in the same arithmetic.
 #include <stdint.h>
