@@ -35,6 +35,19 @@ enum ECanvasAlphaRule {
   kCanvasAlphaShifted,  // a = (s x b + 1) >> 8, never 255 for b up to 255
 };
 
+// Runs Blend<rule, full>::Run(dst, src, count, b), where `full` tells that b is 255
+// and the rule makes a = s: the spans' loops take both as constants.
+template <template <ECanvasAlphaRule, bool> class Blend>
+void CanvasBlendByRule(uint8* dst, const uint8* src, int count, unsigned b, ECanvasAlphaRule rule) {
+  if (rule == kCanvasAlphaShifted) {
+    Blend<kCanvasAlphaShifted, false>::Run(dst, src, count, b);
+  } else if (b == 255) {
+    Blend<kCanvasAlphaProduct, true>::Run(dst, src, count, b);
+  } else {
+    Blend<kCanvasAlphaProduct, false>::Run(dst, src, count, b);
+  }
+}
+
 struct CanvasSpanOps {
   // R, G, B, A source pixels laid over B, G, R, A ones as the platform's layers blend:
   // a of 0 leaves the pixel; otherwise d = T[dstA][255 - a], each colour byte becomes

@@ -38,26 +38,21 @@ struct Avx2 {
   static bool NoAlphaSet(V v) { return _mm256_testz_si256(v, Set32(static_cast<int>(0xFF000000u))); }
   // Bytes of `ifSet` where `mask` is set, of `ifClear` elsewhere.
   static V Select(V mask, V ifSet, V ifClear) { return _mm256_blendv_epi8(ifClear, ifSet, mask); }
+  // Every pixel's bytes taken again by the pattern `bytes` (its byte k names the pixel's
+  // byte that goes to place k; 0x80 puts a zero there).
+  static V EachPixel(V v, unsigned bytes) {
+    const V pixelOffsets =
+        _mm256_setr_epi32(0, 0x04040404, 0x08080808, 0x0C0C0C0C, 0, 0x04040404, 0x08080808, 0x0C0C0C0C);
+    return _mm256_shuffle_epi8(v, _mm256_add_epi8(Set32(static_cast<int>(bytes)), pixelOffsets));
+  }
   // Bytes 0 and 2 of every pixel change places.
-  static V SwapRB(V v) {
-    return _mm256_shuffle_epi8(v, _mm256_setr_epi8(2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15, 2, 1, 0, 3, 6,
-                                                   5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15));
-  }
+  static V SwapRB(V v) { return EachPixel(v, 0x03000102u); }
   // Each pixel's alpha byte in both 16-bit lanes of its element.
-  static V AlphaBoth(V v) {
-    return _mm256_shuffle_epi8(v, _mm256_setr_epi8(3, -1, 3, -1, 7, -1, 7, -1, 11, -1, 11, -1, 15, -1, 15, -1, 3, -1, 3,
-                                                   -1, 7, -1, 7, -1, 11, -1, 11, -1, 15, -1, 15, -1));
-  }
+  static V AlphaBoth(V v) { return EachPixel(v, 0x80038003u); }
   // Each pixel's alpha byte in both bytes of both 16-bit lanes: 257 x alpha in each.
-  static V AlphaTwice(V v) {
-    return _mm256_shuffle_epi8(v, _mm256_setr_epi8(3, 3, 3, 3, 7, 7, 7, 7, 11, 11, 11, 11, 15, 15, 15, 15, 3, 3, 3, 3, 7,
-                                                   7, 7, 7, 11, 11, 11, 11, 15, 15, 15, 15));
-  }
+  static V AlphaTwice(V v) { return EachPixel(v, 0x03030303u); }
   // Each pixel's bytes 2 and 0, in that order, in the 16-bit lanes of its element.
-  static V EvenSwapped(V v) {
-    return _mm256_shuffle_epi8(v, _mm256_setr_epi8(2, -1, 0, -1, 6, -1, 4, -1, 10, -1, 8, -1, 14, -1, 12, -1, 2, -1, 0,
-                                                   -1, 6, -1, 4, -1, 10, -1, 8, -1, 14, -1, 12, -1));
-  }
+  static V EvenSwapped(V v) { return EachPixel(v, 0x80008002u); }
   // Eight R, G, B pixels as words with a zero alpha byte: four from each of two
   // 16-byte reads (the second ends four bytes past the pixels), spread by a shuffle.
   static V ExpandRGB(const uint8* src, bool swapped) {

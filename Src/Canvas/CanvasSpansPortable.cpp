@@ -48,31 +48,27 @@ inline unsigned EffectiveAlpha(unsigned s, unsigned b, ECanvasAlphaRule rule) {
 
 // kFull where b is 255 and the rule makes a = s.
 template <ECanvasAlphaRule kRule, bool kFull>
-void BlendSwappedAs(uint8* dst, const uint8* src, int count, unsigned b) {
-  for (int i = 0; i < count; ++i, dst += 4, src += 4) {
-    const uint32_t source = LoadPixel(src);
-    const unsigned a = kFull ? source >> 24 : EffectiveAlpha(source >> 24, b, kRule);
-    if (a == 0) continue;
-    if (a == 255) {
-      StorePixel(dst, SwapRB(source));
-      continue;
+struct SwappedBlend {
+  static void Run(uint8* dst, const uint8* src, int count, unsigned b) {
+    for (int i = 0; i < count; ++i, dst += 4, src += 4) {
+      const uint32_t source = LoadPixel(src);
+      const unsigned a = kFull ? source >> 24 : EffectiveAlpha(source >> 24, b, kRule);
+      if (a == 0) continue;
+      if (a == 255) {
+        StorePixel(dst, SwapRB(source));
+        continue;
+      }
+      const uint32_t destination = LoadPixel(dst);
+      const unsigned d = Div255((destination >> 24) * (255 - a));
+      // The alpha lanes hold 255, so they come out as d + a.
+      StorePixel(dst, Pack(Div255Lanes((Spread(destination) | kAlphaLane) * d) +
+                           Div255Lanes(SpreadSwappedOpaque(source) * a)));
     }
-    const uint32_t destination = LoadPixel(dst);
-    const unsigned d = Div255((destination >> 24) * (255 - a));
-    // The alpha lanes hold 255, so they come out as d + a.
-    StorePixel(dst, Pack(Div255Lanes((Spread(destination) | kAlphaLane) * d) +
-                         Div255Lanes(SpreadSwappedOpaque(source) * a)));
   }
-}
+};
 
 void BlendSwapped(uint8* dst, const uint8* src, int count, unsigned b, ECanvasAlphaRule rule) {
-  if (rule == kCanvasAlphaShifted) {
-    BlendSwappedAs<kCanvasAlphaShifted, false>(dst, src, count, b);
-  } else if (b == 255) {
-    BlendSwappedAs<kCanvasAlphaProduct, true>(dst, src, count, b);
-  } else {
-    BlendSwappedAs<kCanvasAlphaProduct, false>(dst, src, count, b);
-  }
+  CanvasBlendByRule<SwappedBlend>(dst, src, count, b, rule);
 }
 
 template <bool kFull>

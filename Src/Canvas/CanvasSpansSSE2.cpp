@@ -54,7 +54,9 @@ struct Sse2 {
     return Or(both, _mm_slli_epi16(both, 8));
   }
   // Each pixel's bytes 2 and 0, in that order, in the 16-bit lanes of its element.
-  static V EvenSwapped(V v) { return Or(And(_mm_srli_epi32(v, 16), Set32(0xFF)), And(Shl32By16(v), Set32(0x00FF0000))); }
+  static V EvenSwapped(V v) {
+    return Or(And(_mm_srli_epi32(v, 16), Set32(0xFF)), And(Shl32By16(v), Set32(0x00FF0000)));
+  }
   // Four R, G, B pixels (reading 16 bytes) as words with a zero alpha byte: pixel k's
   // three bytes move up by k places.
   static V ExpandRGB(const uint8* src, bool swapped) {

@@ -58,45 +58,40 @@ struct CanvasSimdSpans {
   }
 
   template <ECanvasAlphaRule kRule, bool kFull>
-  static void BlendSwappedAs(uint8* dst, const uint8* src, int count, unsigned b) {
-    const V limit = ClearAlphaLimit(b);
-    const V b257 = T::Set16(static_cast<int>(257 * b));
-    int i = 0;
-    for (; i + T::kPixels <= count; i += T::kPixels) {
-      const V s = T::Load(src + 4 * i);
-      // Only the product rule reaches a = 255, and only at b = 255 and s = 255.
-      if (kFull && T::AllAlphaSet(s)) {
-        T::Store(dst + 4 * i, T::SwapRB(s));
-        continue;
+  struct SwappedBlend {
+    static void Run(uint8* dst, const uint8* src, int count, unsigned b) {
+      const V limit = ClearAlphaLimit(b);
+      const V b257 = T::Set16(static_cast<int>(257 * b));
+      int i = 0;
+      for (; i + T::kPixels <= count; i += T::kPixels) {
+        const V s = T::Load(src + 4 * i);
+        // Only the product rule reaches a = 255, and only at b = 255 and s = 255.
+        if (kFull && T::AllAlphaSet(s)) {
+          T::Store(dst + 4 * i, T::SwapRB(s));
+          continue;
+        }
+        if (kFull ? T::NoAlphaSet(s) : AllClear(s, limit)) continue;
+        const V d = T::Load(dst + 4 * i);
+        const V a257 = EffectiveAlpha257<kRule, kFull>(s, b257);
+        // dd = T[dstA][255 - a]: the factor of 255 - a is 65,536 - 257 a, in 16 bits
+        // 0 - 257 a (and 0 where a is 0, but those pixels stay as they are).
+        const V fd = FactorOf257(Twice(T::MulHi16(T::AlphaBoth(d), T::Sub16(T::Zero(), a257))));
+        const V fa = FactorOf257(a257);
+        // Two products of each byte summed: at most dd + a, within a byte. The alpha
+        // lanes take 255 x dd and 255 x a, which come out as dd + a.
+        const V even = T::Add16(T::MulHi16(Even(d), fd), T::MulHi16(T::EvenSwapped(s), fa));
+        const V odd = T::Add16(T::MulHi16(OddOpaque(d), fd), T::MulHi16(OddOpaque(s), fa));
+        V blended = T::Select(T::CmpEq16(a257, T::Zero()), d, Join(even, odd));
+        // a = 255, which has no factor, is the source itself.
+        if (kFull) blended = T::Select(T::CmpEq16(a257, T::Set16(-1)), T::SwapRB(s), blended);
+        T::Store(dst + 4 * i, blended);
       }
-      if (kFull ? T::NoAlphaSet(s) : AllClear(s, limit)) continue;
-      const V d = T::Load(dst + 4 * i);
-      const V a257 = EffectiveAlpha257<kRule, kFull>(s, b257);
-      // dd = T[dstA][255 - a]: the factor of 255 - a is 65,536 - 257 a, in 16 bits
-      // 0 - 257 a (and 0 where a is 0, but those pixels stay as they are).
-      const V fd = FactorOf257(Twice(T::MulHi16(T::AlphaBoth(d), T::Sub16(T::Zero(), a257))));
-      const V fa = FactorOf257(a257);
-      // Two products of each byte summed: at most dd + a, within a byte. The alpha
-      // lanes take 255 x dd and 255 x a, which come out as dd + a.
-      const V even = T::Add16(T::MulHi16(Even(d), fd), T::MulHi16(T::EvenSwapped(s), fa));
-      const V odd = T::Add16(T::MulHi16(OddOpaque(d), fd), T::MulHi16(OddOpaque(s), fa));
-      V blended = T::Select(T::CmpEq16(a257, T::Zero()), d, Join(even, odd));
-      // a = 255, which has no factor, is the source itself.
-      if (kFull) blended = T::Select(T::CmpEq16(a257, T::Set16(-1)), T::SwapRB(s), blended);
-      T::Store(dst + 4 * i, blended);
+      gCanvasSpansPortable.blendSwapped(dst + 4 * i, src + 4 * i, count - i, b, kRule);
     }
-    gCanvasSpansPortable.blendSwapped(dst + 4 * i, src + 4 * i, count - i, b, kRule);
-  }
+  };
 
   static void BlendSwapped(uint8* dst, const uint8* src, int count, unsigned b, ECanvasAlphaRule rule) {
-    if (b == 0) return;  // every a is 0
-    if (rule == kCanvasAlphaShifted) {
-      BlendSwappedAs<kCanvasAlphaShifted, false>(dst, src, count, b);
-    } else if (b == 255) {
-      BlendSwappedAs<kCanvasAlphaProduct, true>(dst, src, count, b);
-    } else {
-      BlendSwappedAs<kCanvasAlphaProduct, false>(dst, src, count, b);
-    }
+    if (b != 0) CanvasBlendByRule<SwappedBlend>(dst, src, count, b, rule);  // b = 0 makes every a 0
   }
 
   template <bool kFull>
