@@ -27,12 +27,11 @@ inline unsigned Div255(unsigned x) { return (x + 1 + (x >> 8)) >> 8; }
 // where they are, 1 and 3 move up by 24 bits), and back.
 inline uint64_t Spread(uint32_t pixel) { return (pixel & 0x00FF00FFu) | (uint64_t(pixel & 0xFF00FF00u) << 24); }
 inline uint32_t Pack(uint64_t lanes) { return static_cast<uint32_t>(lanes | (lanes >> 24)); }
+const uint64_t kAlphaLane = 0x00FF000000000000ull;  // 255 in the alpha lane
 // The lanes of an R, G, B, A pixel in the order of a B, G, R, A one, alpha taken as 255.
 inline uint64_t SpreadSwappedOpaque(uint32_t pixel) {
-  return ((pixel >> 16) & 0xFFu) | ((pixel & 0xFFu) << 16) | (uint64_t(pixel & 0x0000FF00u) << 24) |
-         0x00FF000000000000ull;
+  return ((pixel >> 16) & 0xFFu) | ((pixel & 0xFFu) << 16) | (uint64_t(pixel & 0x0000FF00u) << 24) | kAlphaLane;
 }
-const uint64_t kAlphaLane = 0x00FF000000000000ull;
 
 // Div255 in each lane.
 inline uint64_t Div255Lanes(uint64_t x) {
