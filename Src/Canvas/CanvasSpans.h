@@ -11,9 +11,9 @@
 // them):
 //   portable, four channels at once in the 16-bit lanes of a 64-bit word, from the
 //     product x = i x j: (x + 1 + (x >> 8)) >> 8;
-//   SSE2 and AVX2, 8 or 16 lanes at once: in the platform layers' blends, the high
-//     half of i x (257 j + 1), the factor 257 j + 1 formed once per pixel (it has
-//     no room in 16 bits for j = 255, which those blends meet only in pixels that
+//   SSE2 and AVX2, 8 or 16 lanes at once: in the blends, the high half of
+//     i x (257 j + 1), the factor 257 j + 1 formed once per pixel or per draw (it
+//     has no room in 16 bits for j = 255, which the blends meet only in pixels that
 //     they copy or leave); elsewhere (the fade, the premultiplication, the plain
 //     layer's division of a sum of two products) x x 0x8081 >> 23.
 // A channel's product with 255 is the channel itself (T[255][j] = j), which is how the
