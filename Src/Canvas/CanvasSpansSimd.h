@@ -40,6 +40,18 @@ struct CanvasSimdSpans {
   static V ClearAlphaLimit(unsigned b) { return T::Set8(static_cast<int>(254 / b)); }
   static bool AllClear(V s, V limit) { return T::NoAlphaSet(T::SubSat8u(s, limit)); }
 
+  // Whether a vector of source pixels `s` needs no blending: every alpha 255 at full
+  // draw alpha (kFull), where the source is stored as it is or, kSwapped, turned
+  // round, or every effective alpha 0, where the destination stays.
+  template <bool kFull, bool kSwapped>
+  static bool TakenWhole(uint8* dst, V s, V limit) {
+    if (kFull && T::AllAlphaSet(s)) {
+      T::Store(dst, kSwapped ? T::SwapRB(s) : s);
+      return true;
+    }
+    return kFull ? T::NoAlphaSet(s) : AllClear(s, limit);
+  }
+
   // The blends' products: floor(c x f / 255) for bytes c and f is the high half of
   // c x (257 f + 1), one multiplication with a factor formed once per pixel (exact for
   // every pair; the canvas tests go through all of them). Only f = 255 has no such
@@ -66,11 +78,7 @@ struct CanvasSimdSpans {
       for (; i + T::kPixels <= count; i += T::kPixels) {
         const V s = T::Load(src + 4 * i);
         // Only the product rule reaches a = 255, and only at b = 255 and s = 255.
-        if (kFull && T::AllAlphaSet(s)) {
-          T::Store(dst + 4 * i, T::SwapRB(s));
-          continue;
-        }
-        if (kFull ? T::NoAlphaSet(s) : AllClear(s, limit)) continue;
+        if (TakenWhole<kFull, true>(dst + 4 * i, s, limit)) continue;
         const V d = T::Load(dst + 4 * i);
         const V a257 = EffectiveAlpha257<kRule, kFull>(s, b257);
         // dd = T[dstA][255 - a]: the factor of 255 - a is 65,536 - 257 a, in 16 bits
@@ -101,11 +109,7 @@ struct CanvasSimdSpans {
     int i = 0;
     for (; i + T::kPixels <= count; i += T::kPixels) {
       const V s = T::Load(src + 4 * i);
-      if (kFull && T::AllAlphaSet(s)) {
-        T::Store(dst + 4 * i, s);
-        continue;
-      }
-      if (AllClear(s, limit)) continue;
+      if (TakenWhole<kFull, false>(dst + 4 * i, s, limit)) continue;
       const V d = T::Load(dst + 4 * i);
       const V a = kFull ? T::AlphaBoth(s) : T::MulHi16(T::AlphaBoth(s), FactorOf257(b257));
       const V dd = Div255(T::MulLo16(T::AlphaBoth(d), T::Sub16(T::Set16(255), a)));
