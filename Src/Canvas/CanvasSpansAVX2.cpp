@@ -36,6 +36,8 @@ struct Avx2 {
   // Whether every pixel's alpha byte is 255, or every one 0.
   static bool AllAlphaSet(V v) { return _mm256_testc_si256(v, Set32(static_cast<int>(0xFF000000u))); }
   static bool NoAlphaSet(V v) { return _mm256_testz_si256(v, Set32(static_cast<int>(0xFF000000u))); }
+  // Whether the alpha bytes hold some bits set and some clear: neither of the above.
+  static bool AlphaBitsMixed(V v) { return _mm256_testnzc_si256(v, Set32(static_cast<int>(0xFF000000u))); }
   // Bytes of `ifSet` where `mask` is set, of `ifClear` elsewhere.
   static V Select(V mask, V ifSet, V ifClear) { return _mm256_blendv_epi8(ifClear, ifSet, mask); }
   // Every pixel's bytes taken again by the pattern `bytes` (its byte k names the pixel's

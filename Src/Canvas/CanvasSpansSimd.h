@@ -45,11 +45,10 @@ struct CanvasSimdSpans {
   // round, or every effective alpha 0, where the destination stays.
   template <bool kFull, bool kSwapped>
   static bool TakenWhole(uint8* dst, V s, V limit) {
-    if (kFull && T::AllAlphaSet(s)) {
-      T::Store(dst, kSwapped ? T::SwapRB(s) : s);
-      return true;
-    }
-    return kFull ? T::NoAlphaSet(s) : AllClear(s, limit);
+    if (!kFull) return AllClear(s, limit);
+    if (T::AlphaBitsMixed(s)) return false;  // the common case of a blend, one test
+    if (T::AllAlphaSet(s)) T::Store(dst, kSwapped ? T::SwapRB(s) : s);
+    return true;
   }
 
   // The blends' products: floor(c x f / 255) for bytes c and f is the high half of
