@@ -37,7 +37,7 @@ struct Sse2 {
   static bool AllAlphaSet(V v) { return (_mm_movemask_epi8(_mm_cmpeq_epi8(v, Set8(-1))) & 0x8888) == 0x8888; }
   static bool NoAlphaSet(V v) { return (_mm_movemask_epi8(_mm_cmpeq_epi8(v, Zero())) & 0x8888) == 0x8888; }
   // Whether the alpha bytes hold some bits set and some clear: neither of the above.
-  static bool AlphaBitsMixed(V v) { return !NoAlphaSet(v) && !AllAlphaSet(v); }
+  static bool AlphaBitsMixed(V v) { return !AllAlphaSet(v) && !NoAlphaSet(v); }
   // Bytes of `ifSet` where `mask` is set, of `ifClear` elsewhere.
   static V Select(V mask, V ifSet, V ifClear) { return Or(And(mask, ifSet), _mm_andnot_si128(mask, ifClear)); }
   // Bytes 0 and 2 of every pixel change places.
