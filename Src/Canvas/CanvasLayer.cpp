@@ -16,7 +16,7 @@ void CanvasLayer::Initialize(int x, int y, int width, int height) {
   mPosY = y;
   mWidth = width;
   mHeight = height;
-  mBuffer = new uint8[width * 4 * height];
+  mBuffer = NewCanvasBuffer(width * 4 * height);
 }
 
 void CanvasLayer::InitFont() {}
@@ -24,7 +24,7 @@ void CanvasLayer::InitFont() {}
 void CanvasLayer::Destroy() {
   mWidth = 0;
   mHeight = 0;
-  delete[] mBuffer;
+  DeleteCanvasBuffer(mBuffer);
   mBuffer = 0;
 }
 

@@ -1,6 +1,8 @@
 // Which build of the spans the layers draw with.
 #include "Canvas/CanvasSpans.h"
 
+#include <new>
+
 namespace {
 
 bool ProcessorRuns(ECanvasSpanPath path) {
@@ -56,3 +58,7 @@ bool CanvasUseSpanPath(ECanvasSpanPath path) {
   Chosen().ops = ops;
   return true;
 }
+
+uint8* NewCanvasBuffer(int bytes) { return new (std::align_val_t(64)) uint8[bytes]; }
+
+void DeleteCanvasBuffer(uint8* buffer) { operator delete[](buffer, std::align_val_t(64)); }

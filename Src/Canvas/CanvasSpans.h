@@ -6,13 +6,16 @@
 // any machine, SSE2 (every x86-64 has it) and AVX2, and the widest one this machine
 // runs is taken.
 //
-// None of them reads gColorBlendTable: its entry floor(i x j / 255) is worked out as
-// floor(x / 255) of the product x = i x j, by forms that are exact for every x up to
-// 255 x 255 (the canvas tests go through all of them):
-//   portable, four channels at once in the 16-bit lanes of a 64-bit word:
-//     (x + 1 + (x >> 8)) >> 8
-//   SSE2 and AVX2, 8 or 16 lanes at once: the high half of x x 0x8081, shifted by 7
-//     (x x 0x8081 >> 23).
+// None of them reads gColorBlendTable: its entry floor(i x j / 255) is worked out by
+// forms that are exact for every pair of bytes (the canvas tests go through all of
+// them):
+//   portable, four channels at once in the 16-bit lanes of a 64-bit word, from the
+//     product x = i x j: (x + 1 + (x >> 8)) >> 8;
+//   SSE2 and AVX2, 8 or 16 lanes at once: in the blends, the high half of
+//     i x (257 j + 1), the factor 257 j + 1 formed once per pixel or per draw (it
+//     has no room in 16 bits for j = 255, which the blends meet only in pixels that
+//     they copy or leave); elsewhere (the fade, the premultiplication, the plain
+//     layer's division of a sum of two products) x x 0x8081 >> 23.
 // A channel's product with 255 is the channel itself (T[255][j] = j), which is how the
 // alpha byte rides along in the same arithmetic.
 #include <stdint.h>
@@ -32,6 +35,19 @@ enum ECanvasAlphaRule {
   kCanvasAlphaProduct,  // a = s x b / 255
   kCanvasAlphaShifted,  // a = (s x b + 1) >> 8, never 255 for b up to 255
 };
+
+// Runs Blend<rule, full>::Run(dst, src, count, b), where `full` tells that b is 255
+// and the rule makes a = s: the spans' loops take both as constants.
+template <template <ECanvasAlphaRule, bool> class Blend>
+void CanvasBlendByRule(uint8* dst, const uint8* src, int count, unsigned b, ECanvasAlphaRule rule) {
+  if (rule == kCanvasAlphaShifted) {
+    Blend<kCanvasAlphaShifted, false>::Run(dst, src, count, b);
+  } else if (b == 255) {
+    Blend<kCanvasAlphaProduct, true>::Run(dst, src, count, b);
+  } else {
+    Blend<kCanvasAlphaProduct, false>::Run(dst, src, count, b);
+  }
+}
 
 struct CanvasSpanOps {
   // R, G, B, A source pixels laid over B, G, R, A ones as the platform's layers blend:
@@ -71,5 +87,11 @@ extern const CanvasSpanOps gCanvasSpansPortable;
 extern const CanvasSpanOps gCanvasSpansInOrder;
 extern const CanvasSpanOps* const gCanvasSpansSSE2;
 extern const CanvasSpanOps* const gCanvasSpansAVX2;
+
+// A layer's pixel buffer, on a 64-byte boundary: rows that start on one (a full-width
+// draw, since 4 x width is a multiple of 64 for the screen's widths) are drawn
+// without vectors that straddle two cache lines. Freed by DeleteCanvasBuffer alone.
+uint8* NewCanvasBuffer(int bytes);
+void DeleteCanvasBuffer(uint8* buffer);
 
 #endif

@@ -23,15 +23,14 @@ inline void StorePixel(uint8* p, uint32_t word) { memcpy(p, &word, 4); }
 // floor(x / 255) for x up to 255 x 255.
 inline unsigned Div255(unsigned x) { return (x + 1 + (x >> 8)) >> 8; }
 
-// A pixel's bytes 0 to 3 in the lanes 0 to 3 of a word, and back.
-inline uint64_t Spread(uint32_t pixel) {
-  uint64_t x = pixel;
-  x = (x | (x << 16)) & 0x0000FFFF0000FFFFull;
-  return (x | (x << 8)) & kLaneBytes;
-}
-inline uint32_t Pack(uint64_t x) {
-  x = (x | (x >> 8)) & 0x0000FFFF0000FFFFull;
-  return static_cast<uint32_t>(x | (x >> 16));
+// A pixel's bytes 0, 2, 1, 3 in the lanes 0 to 3 of a word (the bytes 0 and 2 stay
+// where they are, 1 and 3 move up by 24 bits), and back.
+inline uint64_t Spread(uint32_t pixel) { return (pixel & 0x00FF00FFu) | (uint64_t(pixel & 0xFF00FF00u) << 24); }
+inline uint32_t Pack(uint64_t lanes) { return static_cast<uint32_t>(lanes | (lanes >> 24)); }
+const uint64_t kAlphaLane = 0x00FF000000000000ull;  // 255 in the alpha lane
+// The lanes of an R, G, B, A pixel in the order of a B, G, R, A one, alpha taken as 255.
+inline uint64_t SpreadSwappedOpaque(uint32_t pixel) {
+  return ((pixel >> 16) & 0xFFu) | ((pixel & 0xFFu) << 16) | (uint64_t(pixel & 0x0000FF00u) << 24) | kAlphaLane;
 }
 
 // Div255 in each lane.
@@ -46,32 +45,49 @@ inline unsigned EffectiveAlpha(unsigned s, unsigned b, ECanvasAlphaRule rule) {
   return rule == kCanvasAlphaProduct ? Div255(s * b) : (s * b + 1) >> 8;
 }
 
-void BlendSwapped(uint8* dst, const uint8* src, int count, unsigned b, ECanvasAlphaRule rule) {
-  for (int i = 0; i < count; ++i, dst += 4, src += 4) {
-    const uint32_t source = LoadPixel(src);
-    const unsigned a = EffectiveAlpha(source >> 24, b, rule);
-    if (a == 0) continue;
-    if (a == 255) {
-      StorePixel(dst, SwapRB(source));
-      continue;
+// kFull where b is 255 and the rule makes a = s.
+template <ECanvasAlphaRule kRule, bool kFull>
+struct SwappedBlend {
+  static void Run(uint8* dst, const uint8* src, int count, unsigned b) {
+    for (int i = 0; i < count; ++i, dst += 4, src += 4) {
+      const uint32_t source = LoadPixel(src);
+      const unsigned a = kFull ? source >> 24 : EffectiveAlpha(source >> 24, b, kRule);
+      if (a == 0) continue;
+      if (a == 255) {
+        StorePixel(dst, SwapRB(source));
+        continue;
+      }
+      const uint32_t destination = LoadPixel(dst);
+      const unsigned d = Div255((destination >> 24) * (255 - a));
+      // The alpha lanes hold 255, so they come out as d + a.
+      StorePixel(dst, Pack(Div255Lanes((Spread(destination) | kAlphaLane) * d) +
+                           Div255Lanes(SpreadSwappedOpaque(source) * a)));
     }
-    const uint32_t destination = LoadPixel(dst);
-    const unsigned d = Div255((destination >> 24) * (255 - a));
-    // The alpha lanes hold 255, so they come out as d + a.
-    StorePixel(dst,
-               Pack(Div255Lanes(Spread(destination | kAlpha) * d) + Div255Lanes(Spread(SwapRB(source) | kAlpha) * a)));
   }
+};
+
+void BlendSwapped(uint8* dst, const uint8* src, int count, unsigned b, ECanvasAlphaRule rule) {
+  CanvasBlendByRule<SwappedBlend>(dst, src, count, b, rule);
 }
 
-void BlendDivided(uint8* dst, const uint8* src, int count, unsigned b) {
+template <bool kFull>
+void BlendDividedAs(uint8* dst, const uint8* src, int count, unsigned b) {
   for (int i = 0; i < count; ++i, dst += 4, src += 4) {
     const uint32_t source = LoadPixel(src);
-    const unsigned a = Div255((source >> 24) * b);
+    const unsigned a = kFull ? source >> 24 : Div255((source >> 24) * b);
     if (a == 0) continue;
     const uint32_t destination = LoadPixel(dst);
     const unsigned d = Div255((destination >> 24) * (255 - a));
     // Both products of a lane together stay within 255 x 255, since d + a <= 255.
-    StorePixel(dst, Pack(Div255Lanes(Spread(source | kAlpha) * a + Spread(destination | kAlpha) * d)));
+    StorePixel(dst, Pack(Div255Lanes((Spread(source) | kAlphaLane) * a + (Spread(destination) | kAlphaLane) * d)));
+  }
+}
+
+void BlendDivided(uint8* dst, const uint8* src, int count, unsigned b) {
+  if (b == 255) {
+    BlendDividedAs<true>(dst, src, count, b);
+  } else {
+    BlendDividedAs<false>(dst, src, count, b);
   }
 }
 
@@ -86,7 +102,7 @@ void Fade(uint8* dst, const uint8* src, int count, float factor) {
   for (int i = 0; i < count; ++i, dst += 4, src += 4) {
     const uint32_t source = LoadPixel(src);
     const unsigned a = static_cast<unsigned>(static_cast<float>(source >> 24) * factor);
-    StorePixel(dst, Pack(Div255Lanes(Spread(source | kAlpha) * a)));
+    StorePixel(dst, Pack(Div255Lanes((Spread(source) | kAlphaLane) * a)));
   }
 }
 

@@ -50,6 +50,16 @@ TEST_F(LayerLifecycle, PlainLayerInitializeClearAndDestroy) {
   EXPECT_EQ(0, layer.GetHeight());
 }
 
+// So that a full-width draw's rows meet no vector store split across cache lines.
+TEST_F(LayerLifecycle, LayerBuffersStartOnA64ByteBoundary) {
+  for (int width : {1, 3, 480}) {
+    CanvasLayer* plain = MakePlain(width, 2);
+    ZvCanvasRGBALayer* platform = MakeZv(width, 2);
+    EXPECT_EQ(0u, reinterpret_cast<uintptr_t>(plain->GetBuffer()) % 64) << width;
+    EXPECT_EQ(0u, reinterpret_cast<uintptr_t>(platform->GetBuffer()) % 64) << width;
+  }
+}
+
 TEST_F(LayerLifecycle, PlainLayerDrawStringDoesNothing) {
   CanvasLayer* layer = MakePlain(4, 4);
   layer->DrawString(0, 0, "text", 0);

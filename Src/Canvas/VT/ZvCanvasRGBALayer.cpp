@@ -20,7 +20,7 @@ void ZvCanvasRGBALayer::Initialize(int x, int y, int width, int height) {
   ZvCanvasLayer::Initialize(x, y, width, height);
   mWidth = width;
   mHeight = height;
-  mBuffer = new uint8[width * 4 * height];
+  mBuffer = NewCanvasBuffer(width * 4 * height);
   assert(mBuffer);
   memset(mBuffer, 0, width * 4 * height);
 }
@@ -44,7 +44,7 @@ void ZvCanvasRGBALayer::InitFont() {
 
 void ZvCanvasRGBALayer::Destroy() {
   ZvCanvasLayer::Destroy();
-  delete[] mBuffer;
+  DeleteCanvasBuffer(mBuffer);
   mBuffer = 0;
   if (mFontSvc) {
     mFontHandle = kInvalidFontHndl;
