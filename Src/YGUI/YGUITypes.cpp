@@ -5,6 +5,8 @@
 #include <stdio.h>
 #include <string.h>
 
+#include <vector>
+
 #include "Base/File.h"
 #include "RenderSystem/ImageData.h"
 #include "RenderSystem/UDImage.h"
@@ -359,13 +361,17 @@ unsigned char* YGUIRawImage::GetRenderBuffer(int width, int height, ESCALETYPE t
   if (type != eScale_Nearest) return 0;
   if (height <= 0) return mRenderBuffer;
 
+  // Every row takes its pixels from the same source columns: worked out once.
+  std::vector<size_t> sourceOffset(size_t(width > 0 ? width : 0));
+  for (int x = 0; x < width; ++x) sourceOffset[size_t(x)] = size_t(SourceIndex(x, inverseX, mWidth)) * b;
   for (int y = 0; y < height; ++y) {
     const int sy = SourceIndex(y, inverseY, mHeight);
     const unsigned char* srcRow = mData + size_t(sy) * mWidth * b;
     unsigned char* dstRow = mRenderBuffer + size_t(y) * width * b;
-    for (int x = 0; x < width; ++x) {
-      const int sx = SourceIndex(x, inverseX, mWidth);
-      memcpy(dstRow + size_t(x) * b, srcRow + size_t(sx) * b, b);
+    if (b == 4) {
+      for (int x = 0; x < width; ++x) memcpy(dstRow + size_t(x) * 4, srcRow + sourceOffset[size_t(x)], 4);
+    } else {
+      for (int x = 0; x < width; ++x) memcpy(dstRow + size_t(x) * 3, srcRow + sourceOffset[size_t(x)], 3);
     }
   }
   return mRenderBuffer;
