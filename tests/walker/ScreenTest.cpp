@@ -144,24 +144,22 @@ INSTANTIATE_TEST_SUITE_P(Orientations, WalkerScreen, testing::Values(0, 1, 2, 3)
 
 TEST(WalkerScreenSize, FlatIs480By272AndUprightIs272By480) {
   Screen screen;
-  for (int orientation : {0, 2}) {
+  for (int orientation = 0; orientation < 4; ++orientation) {
     screen.Follow(orientation);
-    EXPECT_FALSE(screen.upright());
-    EXPECT_EQ(480, screen.width());
-    EXPECT_EQ(272, screen.height());
-  }
-  for (int orientation : {1, 3}) {
-    screen.Follow(orientation);
-    EXPECT_TRUE(screen.upright());
-    EXPECT_EQ(272, screen.width());
-    EXPECT_EQ(480, screen.height());
+    const bool upright = orientation == 1 || orientation == 3;
+    EXPECT_EQ(upright, screen.upright()) << orientation;
+    EXPECT_EQ(upright ? 272 : 480, screen.width()) << orientation;
+    EXPECT_EQ(upright ? 480 : 272, screen.height()) << orientation;
   }
 }
 
+// As the canvas turns such a value.
 TEST(WalkerScreenSize, AnOrientationOutside0To3TurnsAsUpright) {
-  Screen screen;
-  screen.Follow(7);
-  EXPECT_EQ(1, screen.orientation());
+  for (int orientation : {-1, 4, 7}) {
+    Screen screen;
+    screen.Follow(orientation);
+    EXPECT_EQ(1, screen.orientation()) << orientation;
+  }
 }
 
 }  // namespace
