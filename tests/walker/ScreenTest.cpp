@@ -22,7 +22,9 @@ using walker::Screen;
 
 // A 5 x 3 image, every pixel a colour of its own, so that a turn or a mirror shows.
 const int kImageWidth = 5, kImageHeight = 3;
-uint32_t ImageRgba(int x, int y) { return 0x000000FFu | uint32_t(40 + 40 * x) << 24 | uint32_t(60 + 70 * y) << 16 | 0x9900u; }
+uint32_t ImageRgba(int x, int y) {
+  return 0x000000FFu | uint32_t(40 + 40 * x) << 24 | uint32_t(60 + 70 * y) << 16 | 0x9900u;
+}
 
 struct Place {
   int x, y;
@@ -125,7 +127,8 @@ TEST_P(WalkerScreen, ATouchMapsToTheLogicalPixelTheCanvasDrewThere) {
           << "(" << x << ", " << y << ") maps off the screen, to (" << lx << ", " << ly << ")";
       layer.Draw_Image_RGB888(lx, ly, white, 1, 1, screen.orientation());
       uint8_t* pixel = layer.GetBuffer() + (y * Screen::kWidth + x) * 4;
-      if (pixel[0] != 255 && wrong++ == 0) ADD_FAILURE() << "(" << x << ", " << y << ") maps to (" << lx << ", " << ly << ")";
+      if (pixel[0] != 255 && wrong++ == 0)
+        ADD_FAILURE() << "(" << x << ", " << y << ") maps to (" << lx << ", " << ly << ")";
       for (int i = 0; i < 4; ++i) pixel[i] = 0;
     }
   }

@@ -58,8 +58,8 @@ class FieldScene : public IScene, public AnimationPlaybackEventHandler {
   GLTexture* mBackground = nullptr;
   float mTargetX = 0, mTargetY = 0;
   bool mWalking = false;
-  bool mLoaded = false;  // both sprites
-  int mSteps = 0;        // footstep events heard
+  bool mLoaded = false;         // both sprites
+  int mSteps = 0;               // footstep events heard
   int mWidth = 0, mHeight = 0;  // the logical screen the walker was last fitted into
 };
 

@@ -14,10 +14,10 @@ struct Turn {
   int xx, xy, yx, yy, tx, ty;
 };
 const Turn kTurns[4] = {
-    {1, 0, 0, 1, 0, 0},                                // flat
-    {0, -1, 1, 0, Screen::kWidth, 0},                  // a quarter clockwise
-    {-1, 0, 0, -1, Screen::kWidth, Screen::kHeight},   // upside down
-    {0, 1, -1, 0, 0, Screen::kHeight},                 // a quarter anticlockwise
+    {1, 0, 0, 1, 0, 0},                               // flat
+    {0, -1, 1, 0, Screen::kWidth, 0},                 // a quarter clockwise
+    {-1, 0, 0, -1, Screen::kWidth, Screen::kHeight},  // upside down
+    {0, 1, -1, 0, 0, Screen::kHeight},                // a quarter anticlockwise
 };
 }  // namespace
 
@@ -35,9 +35,13 @@ void Screen::ToLogical(int x, int y, int* logicalX, int* logicalY) const {
 void Screen::Apply() const {
   const Turn& r = kTurns[mOrientation];
   const GLfixed one = 1 << 16;
-  // Column by column: the images of the logical x and y axes, z, then t.
-  const GLfixed matrix[16] = {r.xx * one, r.yx * one, 0, 0, r.xy * one, r.yy * one, 0, 0,
-                              0,          0,          one, 0, r.tx * one, r.ty * one, 0, one};
+  // Column-major, as the GL takes it.
+  const GLfixed matrix[16] = {
+      r.xx * one, r.yx * one, 0,   0,    // where the logical x axis points
+      r.xy * one, r.yy * one, 0,   0,    // and the y axis
+      0,          0,          one, 0,    // depth stays
+      r.tx * one, r.ty * one, 0,   one,  // where the logical origin lands
+  };
   glMatrixMode(GL_MODELVIEW);
   glLoadMatrixx(matrix);
 }

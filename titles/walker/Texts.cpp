@@ -27,15 +27,19 @@ std::string Texts::Load(waf_archive* archive, const char* archivePath) {
   waf_close(file);
   TiXmlElement* root = document.RootElement();
   if (!parsed || root == nullptr) {
-    return where + " does not parse (" + (parsed ? "no root element" : document.ErrorDesc()) +
-           " at line " + std::to_string(document.ErrorRow()) + ")";
+    return where + " does not parse (" + (parsed ? "no root element" : document.ErrorDesc()) + " at line " +
+           std::to_string(document.ErrorRow()) + ")";
   }
   std::string missing;
   const struct {
     const char* name;
     std::string* text;
-  } elements[] = {{"Help", &help},          {"Blend", &captions[eEffect_Blend]}, {"Trail", &captions[eEffect_Trail]},
-                  {"Glow", &captions[eEffect_Glow]}, {"TuneKits", &tuneKits}, {"NoTuneKits", &noTuneKits},
+  } elements[] = {{"Help", &help},
+                  {"Blend", &captions[eEffect_Blend]},
+                  {"Trail", &captions[eEffect_Trail]},
+                  {"Glow", &captions[eEffect_Glow]},
+                  {"TuneKits", &tuneKits},
+                  {"NoTuneKits", &noTuneKits},
                   {"Steps", &steps}};
   for (const auto& element : elements) {
     std::string text;
