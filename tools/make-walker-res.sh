@@ -26,5 +26,6 @@ done
 # The first two of the system's four font slots; the others stay empty.
 "$build/tools/fontbake/fontbake" --size 18 "$dejavu/DejaVuSans.ttf" "$out/Font/VTCurry_18" > /dev/null
 "$build/tools/fontbake/fontbake" --size 20 "$dejavu/DejaVuSans-Bold.ttf" "$out/Font/VTCurry_20" > /dev/null
+# The background and the texts (Texts.xml), read through the archive.
 "$build/tools/waf/waf" pack "$out/walker.waf" "$art/pack"
 cp "$art/Walker.soundproject" "$art"/sounds/*.wav "$out/Sound/"

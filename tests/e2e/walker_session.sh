@@ -3,8 +3,10 @@
 # from its WAF archive, the walker sprite walking where the child taps (turned to
 # face its way, footsteps as sound cues on its animation's events), the effects
 # turned on by the buttons, the panel following the device's rotation, the
-# player's tune kits listed, "back" ending it. Screens compared pixel for pixel
-# with the references, held flat and upright. Then a missing archive and a
+# player's tune kits listed, "back" ending it; drawn and touched on the screen
+# as held, turned as the canvas turns images. Screens compared pixel for pixel
+# with the references, held flat, upright and upright upside down. Then a
+# missing archive, texts of the archive changed, broken and cut short, and a
 # device without 3D.
 set -euo pipefail
 source "$(dirname "$0")/common.bash"
@@ -43,8 +45,9 @@ shot flat w3-effects.png
 peak=$(sox "$work/flat-speaker.wav" -n stat 2>&1 | awk '/Maximum amplitude/ { print $3 }')
 between "$peak" 0.05 1 || fail "flat: the speaker stayed silent (peak $peak)"
 
-# Held upright, with a tune kit downloaded: the buttons stand on the right, the
-# kit is listed.
+# Held upright, with a tune kit downloaded: the screen as held is 272 x 480,
+# logical (X, Y) on the framebuffer's (479 - Y, X), as the canvas turns images.
+# The buttons lie in a row at its bottom, the texts wrap to its width.
 kit="$work/kits/tunes"
 mkdir -p "$kit/Musics"
 echo '{"packageId": "pkg.tunes", "packageType": "MicroMod", "tags": {"ModKitType": "Reelmarch"}}' > "$kit/meta.json"
@@ -54,12 +57,12 @@ run upright --params '{}' --mod "1:$kit" <<'SCRIPT'
 rotate 1
 frames 3
 screenshot wv1-standing.png
-tap 424 76            # Blend, where it stands upright
-tap 424 156           # Glow
-tap 100 220           # a walk down and to the left
+tap 23 48             # Blend, logical (48, 456)
+tap 23 224            # Glow, logical (224, 456)
+tap 279 40            # a walk up and to the left, to logical (40, 200)
 wait 1.5
 screenshot wv2-walking.png
-rotate 0              # flat again: the buttons go back to the bottom
+rotate 0              # flat again: still walking, kept on the lower screen
 frames 2
 screenshot wv3-flat-again.png
 click back
@@ -71,6 +74,24 @@ case "$(answer upright)" in
   '{"3d":1,"sprites":1,"background":1,"tuneKits":1,'*'"facing":6,"walking":1,'*'"toggles":2,"effects":5,"finished":1}') ;;
   *) fail "upright: answer was $(answer upright)" ;;
 esac
+
+# Upright upside down: logical (X, Y) on the framebuffer's (Y, 271 - X). Trail
+# on, a walk to logical (200, 250), then "up" is up on the screen as held.
+run upsidedown --params '{}' <<'SCRIPT'
+rotate 3
+frames 3
+tap 456 135           # Trail, logical (136, 456)
+tap 250 71            # to logical (200, 250): feet there
+wait 1
+screenshot wu1-upside-down.png
+wait 1.5
+click up
+wait 1
+click back
+SCRIPT
+shot upsidedown wu1-upside-down.png
+[ "$(answer upsidedown)" = '{"3d":1,"sprites":1,"background":1,"tuneKits":0,"x":200,"y":182,"facing":4,"walking":0,"steps":8,"toggles":1,"effects":2,"finished":1}' ] ||
+  fail "upsidedown: answer was $(answer upsidedown)"
 
 # Arrows send the walker a stride; up then right ends 48 pixels up and right.
 # No button is pressed: what the speaker hears is the footsteps alone.
@@ -98,9 +119,46 @@ TITLE="$work/noarchive-title" run noarchive --params '{}' <<'SCRIPT'
 frames 3
 click back
 SCRIPT
-grep -qx 'walker: cannot open res/walker.waf; the field has no background' "$work/noarchive.out" ||
+grep -qx 'walker: cannot open res/walker.waf; the field has no background and the texts are built in' "$work/noarchive.out" ||
   fail "noarchive: no message"
 case "$(answer noarchive)" in '{"3d":1,"sprites":1,"background":0,'*) ;; *) fail "noarchive: $(answer noarchive)" ;; esac
+
+# The texts come from Texts.xml in the archive: other words there draw another
+# screen; a file that does not parse, or lacks a text, is named in one line and
+# the built-in texts stand in.
+# texts NAME < XML: a session with the archive packed from the background and XML.
+texts() {
+  mkdir -p "$work/$1-pack"
+  cp "$SOURCE_DIR/titles/walker/art/pack/Background.tga" "$work/$1-pack/"
+  cat > "$work/$1-pack/Texts.xml"
+  cp -r "$TITLE" "$work/$1-title"
+  "$BUILD_DIR/tools/waf/waf" pack "$work/$1-title/res/walker.waf" "$work/$1-pack" > /dev/null
+  TITLE="$work/$1-title" run "$1" --params '{}' <<'SCRIPT'
+frames 3
+screenshot w1-standing.png
+click back
+SCRIPT
+}
+texts otherwords <<'XML'
+<Texts><Help>Touch the grass</Help><Blend>Mix</Blend><Trail>Tail</Trail><Glow>Shine</Glow>
+<TuneKits>Tunes:</TuneKits><NoTuneKits>No tunes</NoTuneKits><Steps>Paces:</Steps></Texts>
+XML
+! "$PNGDIFF" "$SCREENS/w1-standing.png" "$work/otherwords/screens/w1-standing.png" > /dev/null 2>&1 ||
+  fail "otherwords: the texts of the archive were not drawn"
+! grep -q 'built-in' "$work/otherwords.out" || fail "otherwords: $(grep built-in "$work/otherwords.out")"
+texts broken <<'XML'
+<Texts><Help>Tap</Texts>
+XML
+grep -qx 'walker: Texts.xml in res/walker.waf does not parse (Error reading end tag. at line 1); the built-in texts are used' \
+  "$work/broken.out" || fail "broken: no message ($(grep walker: "$work/broken.out"))"
+shot broken w1-standing.png  # the built-in texts are the archive's own
+texts short <<'XML'
+<Texts><Help>Tap the field and the walker goes there</Help><Blend>Blend</Blend><Trail>Trail</Trail>
+<TuneKits>Tune kits:</TuneKits><NoTuneKits>Tune kits: none</NoTuneKits></Texts>
+XML
+grep -qx 'walker: Texts.xml in res/walker.waf has no <Glow>, <Steps>; the built-in texts are used' "$work/short.out" ||
+  fail "short: no message ($(grep walker: "$work/short.out"))"
+shot short w1-standing.png
 
 # A device whose EGL has no driver.
 __EGL_VENDOR_LIBRARY_FILENAMES=/nonexistent run noegl --params '{}' <<'SCRIPT'

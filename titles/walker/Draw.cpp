@@ -7,7 +7,7 @@
 
 namespace walker {
 
-void DrawTexture(unsigned textureID, float s, float t, int x, int y, int width, int height) {
+void DrawTexture(unsigned textureID, float s0, float t0, float s1, float t1, int x, int y, int width, int height) {
   AnimatedModel2DRender& render = AnimatedModel2DRender::sInstance();
   render.begin(0, 1);
   render.swapTexture(textureID);
@@ -17,8 +17,8 @@ void DrawTexture(unsigned textureID, float s, float t, int x, int y, int width, 
   for (const float* c : corners) {
     *batch.mVertexPtr++ = AnimatedModel2DRender::PixelToFixed(float(x + c[0] * width));
     *batch.mVertexPtr++ = AnimatedModel2DRender::PixelToFixed(float(y + c[1] * height));
-    *batch.mTexCoordPtr++ = GLfixed(c[2] * s * 65536.0f);
-    *batch.mTexCoordPtr++ = GLfixed(c[3] * t * 65536.0f);
+    *batch.mTexCoordPtr++ = GLfixed((s0 + c[2] * (s1 - s0)) * 65536.0f);
+    *batch.mTexCoordPtr++ = GLfixed((t0 + c[3] * (t1 - t0)) * 65536.0f);
   }
   render.end();
 }

@@ -28,7 +28,10 @@ void FieldScene::EnterScene() {
   mLoaded = mWalker.load("walker", 0, 0) != 0 && mMarker.load("marker", 0, 0) != 0;
   mWalker.setAnimationPlaybackEventHandler(this);
   mWalker.startAnimationByName("idle");
-  mWalker.mPosition = {240.0f, 150.0f, 0.0f};
+  const Screen& screen = WalkerManager::sInstance().screen();
+  mWidth = screen.width();
+  mHeight = screen.height();
+  mWalker.mPosition = {mWidth / 2.0f, mHeight - 122.0f, 0.0f};
   mMarker.startAnimation(0, 0);
   // A first key for the first frame drawn, which comes before the field's first update.
   mWalker.update(0.0f, false);
@@ -63,10 +66,14 @@ void FieldScene::ExitScene() {
   mBackground = nullptr;
 }
 
+namespace {
+float Clamp(float value, float low, float high) { return value < low ? low : value > high ? high : value; }
+}  // namespace
+
 void FieldScene::WalkTo(float x, float y) {
   if (!mLoaded) return;
-  mTargetX = x;
-  mTargetY = y - kFeet;
+  mTargetX = Clamp(x, kHalfWidth, mWidth - kHalfWidth);
+  mTargetY = Clamp(y - kFeet, kHalfHeight, mHeight - kFeet);
   if (mTargetX != mWalker.mPosition.x)
     mWalker.changeDirection(mTargetX < mWalker.mPosition.x ? eFacing_Left : eFacing_Right);
   if (!mWalking) mWalker.startAnimationByName("walk");
@@ -75,8 +82,20 @@ void FieldScene::WalkTo(float x, float y) {
 
 void FieldScene::WalkBy(float dx, float dy) { WalkTo(x() + dx, y() + kFeet + dy); }
 
+// Turned between flat and upright, the walker keeps its place on the field as
+// far as the new screen has room for it, and so does where it is going.
+void FieldScene::FitInto(int width, int height) {
+  mWidth = width;
+  mHeight = height;
+  mWalker.mPosition.x = Clamp(mWalker.mPosition.x, kHalfWidth, width - kHalfWidth);
+  mWalker.mPosition.y = Clamp(mWalker.mPosition.y, kHalfHeight, height - kFeet);
+  if (mWalking) WalkTo(mTargetX, mTargetY + kFeet);
+}
+
 void FieldScene::Update(float dt) {
   if (!mLoaded) return;
+  const Screen& screen = WalkerManager::sInstance().screen();
+  if (screen.width() != mWidth) FitInto(screen.width(), screen.height());
   if (mWalking) {
     const float dx = mTargetX - mWalker.mPosition.x, dy = mTargetY - mWalker.mPosition.y;
     const float distance = sqrtf(dx * dx + dy * dy), step = kSpeed * dt;
@@ -96,11 +115,24 @@ void FieldScene::Update(float dt) {
 
 void FieldScene::Render() {
   if (!ZvWidgetInstance::GetIsUseOgl()) return;
+  // The field draws first: everything after it is in logical coordinates too.
+  const Screen& screen = WalkerManager::sInstance().screen();
+  screen.Apply();
   glClearColorx(0x4000, 0x8000, 0x4000, 1 << 16);
   glClear(GL_COLOR_BUFFER_BIT);
-  // The field is 240 x 136 texels at the top left of its texture, drawn twice the size.
-  if (mBackground != nullptr)
-    DrawTexture(mBackground->mTextureID, 240.0f / mBackground->mWidth, 136.0f / mBackground->mHeight, 0, 0, 480, 272);
+  if (mBackground != nullptr) {
+    // The field is 240 x 136 texels at the top left of its texture. It covers
+    // the screen at the least whole scale that does (twice the size held flat,
+    // four times upright), seen from its bottom right corner, where the grass
+    // and the sun are.
+    const int fieldWidth = 240, fieldHeight = 136, width = screen.width(), height = screen.height();
+    const int scaleX = (width + fieldWidth - 1) / fieldWidth, scaleY = (height + fieldHeight - 1) / fieldHeight;
+    const int scale = scaleX > scaleY ? scaleX : scaleY;
+    const float textureWidth = float(mBackground->mWidth), textureHeight = float(mBackground->mHeight);
+    DrawTexture(mBackground->mTextureID, (fieldWidth - width / scale) / textureWidth,
+                (fieldHeight - height / scale) / textureHeight, fieldWidth / textureWidth, fieldHeight / textureHeight,
+                0, 0, width, height);
+  }
   if (!mLoaded) return;
   if (mWalking) {
     mMarker.mPosition = {mTargetX, mTargetY + kFeet, 0.0f};

@@ -1,6 +1,7 @@
 #pragma once
 // The field: a background texture from the title's WAF archive, the walker (an
-// animated sprite with the three effects) and the target marker (a light model).
+// animated sprite with the three effects) and the target marker (a light model),
+// all in the logical coordinates of the screen as held (Screen).
 // Told where to go, the walker turns to face its way, walks there and stands;
 // each footstep of the walk animation is an event that plays a sound cue.
 #include "BaseFramework/IScene.h"
@@ -27,8 +28,12 @@ class FieldScene : public IScene, public AnimationPlaybackEventHandler {
 
   // From the walker's centre down to its feet, which stand where it was sent.
   static constexpr float kFeet = 20.0f;
+  // Half the walker's frame: its centre stays that far inside the screen's
+  // sides and top, its feet on the screen.
+  static constexpr float kHalfWidth = 16.0f, kHalfHeight = 24.0f;
 
-  // Sets off toward a point of the screen.
+  // Sets off toward a point of the screen, in logical coordinates; a point the
+  // walker would not fit at is brought inside.
   void WalkTo(float x, float y);
   // Sets off that far from where it stands.
   void WalkBy(float dx, float dy);
@@ -45,14 +50,17 @@ class FieldScene : public IScene, public AnimationPlaybackEventHandler {
 
  private:
   GLTexture* LoadBackground();
+  // Keeps the walker and where it goes on a screen of that size.
+  void FitInto(int width, int height);
 
   AnimatedModel2D mWalker;
   AnimatedModel2DLit mMarker;
   GLTexture* mBackground = nullptr;
   float mTargetX = 0, mTargetY = 0;
   bool mWalking = false;
-  bool mLoaded = false;  // both sprites
-  int mSteps = 0;        // footstep events heard
+  bool mLoaded = false;         // both sprites
+  int mSteps = 0;               // footstep events heard
+  int mWidth = 0, mHeight = 0;  // the logical screen the walker was last fitted into
 };
 
 }  // namespace walker

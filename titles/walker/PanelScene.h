@@ -3,8 +3,9 @@
 // off (blend, trail, glowing edge), a line of help, the player's tune kits and
 // the footsteps counted, all in baked bitmap fonts. It takes the input: a tap on
 // a button toggles it, a tap elsewhere sends the walker there, the arrows send
-// it a stride that way, "back" ends the title. Held flat the buttons lie along
-// the bottom; held upright they stand in a column on the right.
+// it a stride that way, "back" ends the title. Everything is laid out on the
+// screen as held (Screen): the buttons in a row at the bottom right, narrower
+// upright, the texts wrapped to the width.
 #include "BaseFramework/IScene.h"
 #include "FieldScene.h"
 
@@ -20,16 +21,14 @@ class PanelScene : public IScene {
     int x, y, width, height;
     bool Contains(int px, int py) const { return px >= x && px < x + width && py >= y && py < y + height; }
   };
-  // Where effect button `effect` stands in the current orientation.
+  // Where effect button `effect` stands on the screen as held, in logical coordinates.
   Rect ButtonRect(EEffect effect) const;
-  bool upright() const { return mUpright; }
   int toggles() const { return mToggles; }
 
  private:
   void Toggle(EEffect effect);
 
   FieldScene& mField;
-  bool mUpright = false;
   int mToggles = 0;
 };
 

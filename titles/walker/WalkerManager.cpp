@@ -24,8 +24,9 @@ const char kArchivePath[] = "res/walker.waf";
 }
 
 // Start-up: the framework's services (fonts and textures with 3D on), then the
-// archive and the mods it finds, the title's WAF archive, the batch renderer and
-// sprites (both need the GL context), the sound, the 3D layer, the state last.
+// archive and the mods it finds, the title's WAF archive and the texts in it,
+// the batch renderer and sprites (both need the GL context), the sound, the 3D
+// layer, the state last.
 void WalkerManager::Initialize() {
   GameManager::Initialize();
   // The colour every guarded draw returns to.
@@ -38,7 +39,12 @@ void WalkerManager::Initialize() {
   mWafArchiveManager = WafArchiveManager::sCreate();
   mWafArchiveManager->Initialize(mArchiver->mTitlePath);
   mWafArchiveManager->mCompressedArchives[WafArchiveManager::eArchive_0] = waf_archive_open(kArchivePath, 0);
-  if (archive() == nullptr) printf("walker: cannot open %s; the field has no background\n", kArchivePath);
+  if (archive() == nullptr) {
+    printf("walker: cannot open %s; the field has no background and the texts are built in\n", kArchivePath);
+  } else {
+    const std::string problem = mTexts.Load(archive(), kArchivePath);
+    if (!problem.empty()) printf("walker: %s; the built-in texts are used\n", problem.c_str());
+  }
 
   if (ZvWidgetInstance::GetIsUseOgl()) {
     AnimatedModel2DRender::sCreate();
@@ -99,6 +105,7 @@ void WalkerManager::Destroy() {
 
 void WalkerManager::Update(float dt) {
   InputManager::sInstance().Update(dt);
+  mScreen.Follow(InputManager::sInstance().mOrientation);
   GameManager::Update(dt);
   mAudioDevice->update(dt);
 }

@@ -9,6 +9,8 @@
 
 #include "Base/singleton.h"
 #include "BaseFramework/GameManager.h"
+#include "Screen.h"
+#include "Texts.h"
 
 class AudioDevice;
 class CanvasFactory;
@@ -31,6 +33,10 @@ class WalkerManager : public GameManager, public Singleton<WalkerManager, Tag_Si
   waf_archive* archive() const;
   // One line per tune kit of the player: its package id and its tunes.
   const std::vector<std::string>& tuneKits() const { return mTuneKits; }
+  // The screen as held in this frame: the input's orientation taken once, at
+  // the start of the frame, so that every scene draws and reads touches alike.
+  const Screen& screen() const { return mScreen; }
+  const Texts& texts() const { return mTexts; }
 
  private:
   void LoadTuneKits();
@@ -40,6 +46,8 @@ class WalkerManager : public GameManager, public Singleton<WalkerManager, Tag_Si
   CanvasFactory* mFactory = nullptr;
   CanvasLayer* mOglLayer = nullptr;
   std::vector<std::string> mTuneKits;
+  Screen mScreen;
+  Texts mTexts;
 };
 
 }  // namespace walker
