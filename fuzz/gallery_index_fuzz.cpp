@@ -1,6 +1,5 @@
 // The media store's index files, as solva-gallery and a title's start read them:
 // the first byte chooses the kind, the rest is its index file.
-#include <cstdlib>
 #include <fstream>
 #include <string>
 

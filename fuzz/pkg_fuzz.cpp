@@ -1,7 +1,6 @@
 // The texture package's reader: the input is the title's res/UI/UITexture.pkg,
 // loaded and let go.
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <string>
